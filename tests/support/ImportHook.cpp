@@ -7,7 +7,8 @@
 namespace support {
 namespace {
 
-template <typename T> T* At(HMODULE module, DWORD offset)
+template <typename T>
+T* At(HMODULE module, DWORD offset)
 {
     return reinterpret_cast<T*>(reinterpret_cast<std::uintptr_t>(module) + offset);
 }
@@ -53,6 +54,19 @@ void* ExchangeImport(void** slot, void* address)
     void* const previous = std::exchange(*slot, address);
     VirtualProtect(slot, sizeof *slot, protection, &protection);
     return previous;
+}
+
+ReplacedImport::ReplacedImport(HMODULE module, const char* function, void* replacement)
+    : m_slot(FindImport(module, function))
+{
+    if (m_slot != nullptr)
+        m_original = ExchangeImport(m_slot, replacement);
+}
+
+ReplacedImport::~ReplacedImport()
+{
+    if (m_slot != nullptr)
+        ExchangeImport(m_slot, m_original);
 }
 
 } // namespace support

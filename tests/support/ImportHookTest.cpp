@@ -5,8 +5,8 @@
 
 namespace {
 
-// The compiler takes an import table's entries for constants, so a function that hooks an import may not call it
-// itself.
+// The compiler takes an import table's entries for constants, so a function that hooks an import may not call
+// it itself.
 [[gnu::noinline]] DWORD Ticks()
 {
     return GetTickCount();
@@ -32,13 +32,30 @@ TEST(ImportHook, RefusesAFunctionThatIsNotImported)
     EXPECT_THROW(hookNothing(), std::runtime_error);
 }
 
+TEST(ImportHook, RefusesALambdaExpressionThatIsActive)
+{
+    const auto hook = [](const char* function) {
+        return support::HookImport<decltype(GetTickCount)>(GetModuleHandleA(nullptr), function,
+                                                           [](auto original) { return original(); });
+    };
+    auto first = hook("GetTickCount");
+    EXPECT_THROW(auto second = hook("GetCurrentProcessId"), std::logic_error);
+}
+
+TEST(ReplacedImport, LeavesAModuleAloneThatDoesNotImportTheFunction)
+{
+    const support::ReplacedImport none(GetModuleHandleA(nullptr), "NoSuchFunction", &Ticks);
+    EXPECT_FALSE(none.IsImported());
+    EXPECT_EQ(none.Original<DWORD()>(), nullptr);
+}
+
 TEST(ImportHook, NestedHooksOnOneImportEndInReverseOrder)
 {
     const HMODULE self = GetModuleHandleA(nullptr);
     auto outer = support::HookImport<decltype(GetTickCount)>(self, "GetTickCount", [](auto) { return 1UL; });
     {
-        auto inner = support::HookImport<decltype(GetTickCount)>(self, "GetTickCount",
-                                                                 [](auto original) { return original() + 1; });
+        auto inner = support::HookImport<decltype(GetTickCount)>(
+            self, "GetTickCount", [](auto original) { return original() + 1; });
         EXPECT_EQ(Ticks(), 2U);
     }
     EXPECT_EQ(Ticks(), 1U);
