@@ -1,0 +1,38 @@
+// One list of calls in the order in which they happened, whoever makes them: the scripts that stand in for
+// Windows write into it, and a test compares it with the calls that it expects.
+#pragma once
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace support {
+
+// May be written by one thread while another reads.
+class CallLog
+{
+  public:
+    void Add(std::string call)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_calls.push_back(std::move(call));
+    }
+
+    [[nodiscard]] std::vector<std::string> Calls() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_calls;
+    }
+
+    void Clear()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_calls.clear();
+    }
+
+  private:
+    mutable std::mutex m_mutex;
+    std::vector<std::string> m_calls;
+};
+
+} // namespace support
