@@ -1,0 +1,120 @@
+// The per-thread state and the scopes that exceptions are kept for.
+#include "ThreadState.h"
+
+#include "afxwin.h"
+
+#include <utility>
+
+// A plain pointer: a thread-local object with a destructor would keep the library from being unloaded.
+static thread_local CThreadState* t_state = nullptr;
+
+CThreadState& CThreadState::Get()
+{
+    if (t_state == nullptr)
+        t_state = new CThreadState;
+    return *t_state;
+}
+
+void CThreadState::Release()
+{
+    delete std::exchange(t_state, nullptr);
+}
+
+CWnd* CThreadState::FindPermanent(HWND hWnd) const
+{
+    const auto found = m_permanent.find(hWnd);
+    return found == m_permanent.end() ? nullptr : found->second;
+}
+
+CWnd* CThreadState::MakeTemporary(HWND hWnd)
+{
+    Temporary& temporary = m_temporaries[hWnd];
+    if (temporary.object == nullptr) {
+        temporary.object = std::make_unique<CWnd>();
+        temporary.object->m_hWnd = hWnd;
+        temporary.depth = LoopDepth();
+    }
+    return temporary.object.get();
+}
+
+void CThreadState::FreeTemporaries(unsigned depth)
+{
+    std::erase_if(m_temporaries, [depth](const auto& entry) { return entry.second.depth >= depth; });
+}
+
+LRESULT CThreadState::CallSuper(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) const
+{
+    const auto found = m_super.find(hWnd);
+    if (found == m_super.end())
+        return ::DefWindowProcA(hWnd, message, wParam, lParam);
+    return ::CallWindowProcA(found->second, hWnd, message, wParam, lParam);
+}
+
+unsigned CThreadState::LoopDepth() const
+{
+    return m_scope == nullptr ? 0 : m_scope->Depth();
+}
+
+bool CThreadState::HasFailed(unsigned depth) const
+{
+    return m_scope != nullptr && m_scope->HasFailed() && depth >= m_scope->Depth();
+}
+
+void CThreadState::KeepException() noexcept
+{
+    if (m_scope != nullptr)
+        m_scope->Keep(std::current_exception());
+    else if (m_stray == nullptr)
+        m_stray = std::current_exception();
+}
+
+void AfxThrowKeptException()
+{
+    if (std::exception_ptr kept = std::exchange(CThreadState::Get().m_stray, nullptr))
+        std::rethrow_exception(std::move(kept));
+}
+
+CMessageFrame::CMessageFrame(UINT message, WPARAM wParam, LPARAM lParam)
+    : m_state(CThreadState::Get()), m_before(m_state.m_message)
+{
+    m_state.m_message = {message, wParam, lParam};
+    ++m_state.m_messageDepth;
+}
+
+CMessageFrame::~CMessageFrame()
+{
+    m_state.m_message = m_before;
+    --m_state.m_messageDepth;
+    // Outside every loop the temporary objects belong to the program, whose loop it is.
+    if (m_state.m_scope != nullptr && m_state.m_messageDepth == m_state.m_scope->MessageDepth())
+        m_state.FreeTemporaries(m_state.LoopDepth());
+}
+
+CHandlerScope::CHandlerScope(CWnd& window)
+    : m_state(CThreadState::Get()), m_outer(m_state.m_scope), m_window(window),
+      m_depth(m_state.LoopDepth() + 1), m_messageDepth(m_state.m_messageDepth)
+{
+    if (m_outer != nullptr)
+        m_outer->Rethrow();
+    m_state.m_scope = this;
+}
+
+CHandlerScope::~CHandlerScope()
+{
+    m_state.FreeTemporaries(m_depth);
+    m_state.m_scope = m_outer;
+}
+
+void CHandlerScope::Keep(std::exception_ptr exception)
+{
+    if (m_exception != nullptr)
+        return;
+    m_exception = std::move(exception);
+    m_window.EndFailedLoop();
+}
+
+void CHandlerScope::Rethrow() const
+{
+    if (m_exception != nullptr)
+        std::rethrow_exception(m_exception);
+}

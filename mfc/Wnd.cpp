@@ -1,0 +1,122 @@
+// CWnd: which object stands for which window, and how the two come together and part.
+#include "afxwin.h"
+#include "ThreadState.h"
+
+#include <utility>
+
+IMPLEMENT_DYNAMIC(CWnd, CCmdTarget)
+
+CWnd::~CWnd()
+{
+    if (m_binding == Binding::Created)
+        ::DestroyWindow(m_hWnd);
+    // Still bound: not created here, or destroyed by somebody who may not, another thread for example.
+    if (m_binding != Binding::None)
+        Unbind();
+}
+
+CWnd* CWnd::FromHandlePermanent(HWND hWnd)
+{
+    return CThreadState::Get().FindPermanent(hWnd);
+}
+
+CWnd* CWnd::FromHandle(HWND hWnd)
+{
+    if (hWnd == nullptr)
+        return nullptr;
+    CWnd* permanent = FromHandlePermanent(hWnd);
+    return permanent != nullptr ? permanent : CThreadState::Get().MakeTemporary(hWnd);
+}
+
+bool CWnd::Bind(HWND hWnd, Binding binding)
+{
+    CThreadState& state = CThreadState::Get();
+    if (m_hWnd != nullptr || !state.m_permanent.emplace(hWnd, this).second)
+        return false;
+    m_hWnd = hWnd;
+    m_binding = binding;
+    m_loopDepth = state.LoopDepth();
+    return true;
+}
+
+bool CWnd::TakeProcedure(HWND hWnd)
+{
+    const auto own = reinterpret_cast<LONG_PTR>(&AfxWndProc);
+    const LONG_PTR before = ::SetWindowLongPtrA(hWnd, GWLP_WNDPROC, own);
+    // A window that was given back under a later subclassing still has our procedure and remembers its own.
+    if (before != 0 && before != own)
+        CThreadState::Get().m_super[hWnd] = reinterpret_cast<WNDPROC>(before);
+    return before != 0;
+}
+
+HWND CWnd::Unbind()
+{
+    CThreadState& state = CThreadState::Get();
+    const auto super = state.m_super.find(m_hWnd);
+    const auto own = reinterpret_cast<LONG_PTR>(&AfxWndProc);
+    // When somebody has subclassed the window after us, our procedure stays in the chain and passes
+    // everything on.
+    if (super != state.m_super.end() && ::GetWindowLongPtrA(m_hWnd, GWLP_WNDPROC) == own) {
+        ::SetWindowLongPtrA(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(super->second));
+        state.m_super.erase(super);
+    }
+    state.m_permanent.erase(m_hWnd);
+    m_binding = Binding::None;
+    return std::exchange(m_hWnd, nullptr);
+}
+
+BOOL CWnd::Attach(HWND hWndNew)
+{
+    return hWndNew != nullptr && Bind(hWndNew, Binding::Attached);
+}
+
+HWND CWnd::Detach()
+{
+    return m_binding == Binding::None ? std::exchange(m_hWnd, nullptr) : Unbind();
+}
+
+BOOL CWnd::SubclassWindow(HWND hWnd)
+{
+    if (hWnd != nullptr && m_hWnd == hWnd)
+        return TRUE;
+    const bool isOurs = ::GetWindowThreadProcessId(hWnd, nullptr) == ::GetCurrentThreadId();
+    if (!isOurs || !Bind(hWnd, Binding::Subclassed))
+        return FALSE;
+    if (TakeProcedure(hWnd))
+        return TRUE;
+    Unbind();
+    return FALSE;
+}
+
+BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent)
+{
+    return SubclassWindow(::GetDlgItem(AfxHandleOf(pParent), static_cast<int>(nID)));
+}
+
+HWND CWnd::UnsubclassWindow()
+{
+    return Detach();
+}
+
+BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle,
+                    const RECT& rect, CWnd* pParentWnd, UINT nID)
+{
+    CHandlerScope scope(*this);
+    const CRect place(rect);
+    {
+        const CCreationHook hook(*this, lpszClassName);
+        ::CreateWindowExA(dwExStyle, lpszClassName, lpszWindowName, dwStyle, place.left, place.top,
+                          place.Width(), place.Height(), AfxHandleOf(pParentWnd),
+                          reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)), AfxGetInstanceHandle(),
+                          nullptr);
+    }
+    if (scope.HasFailed())
+        DestroyWindow();
+    scope.Rethrow();
+    return m_hWnd != nullptr;
+}
+
+BOOL CWnd::DestroyWindow()
+{
+    return m_hWnd != nullptr && ::DestroyWindow(m_hWnd);
+}

@@ -1,0 +1,42 @@
+// CPoint, CSize and CRect: the coordinate records of Windows with constructors and the few operations that
+// pages use.
+#pragma once
+
+#include "afx.h"
+
+struct CPoint : POINT
+{
+    CPoint() : POINT{0, 0} {}
+    CPoint(LONG initX, LONG initY) : POINT{initX, initY} {}
+    CPoint(const POINT& point) : POINT(point) {} // NOLINT(google-explicit-constructor): it is the same record
+};
+
+struct CSize : SIZE
+{
+    CSize() : SIZE{0, 0} {}
+    CSize(LONG initCX, LONG initCY) : SIZE{initCX, initCY} {}
+};
+
+struct CRect : RECT
+{
+    CRect() : RECT{0, 0, 0, 0} {}
+    CRect(LONG l, LONG t, LONG r, LONG b) : RECT{l, t, r, b} {}
+    CRect(const RECT& rect) : RECT(rect) {} // NOLINT(google-explicit-constructor): it is the same record
+
+    [[nodiscard]] LONG Width() const { return right - left; }
+    [[nodiscard]] LONG Height() const { return bottom - top; }
+    [[nodiscard]] CSize Size() const { return {Width(), Height()}; }
+    [[nodiscard]] CPoint TopLeft() const { return {left, top}; }
+    [[nodiscard]] CPoint CenterPoint() const { return {(left + right) / 2, (top + bottom) / 2}; }
+    [[nodiscard]] BOOL IsRectEmpty() const { return ::IsRectEmpty(this); }
+    void OffsetRect(LONG x, LONG y) { ::OffsetRect(this, x, y); }
+
+    // So that a CRect can be handed to functions that want a RECT's address.
+    operator LPRECT() { return this; }        // NOLINT(google-explicit-constructor)
+    operator LPCRECT() const { return this; } // NOLINT(google-explicit-constructor)
+};
+
+[[nodiscard]] inline bool operator==(const CRect& left, const CRect& right)
+{
+    return ::EqualRect(&left, &right) != FALSE;
+}
