@@ -1,0 +1,27 @@
+// The applet's one sheet, with its pages.
+#pragma once
+
+#include "applet/SheetAssembly.h"
+#include "pages/StoragePage.h"
+
+// A page as a member of the sheet: constructed, which loads its settings, and assigned to its role.
+template <typename Page, PageRole role>
+class PageMember
+{
+  public:
+    explicit PageMember(CSheetAssembly& sheet) { sheet.Assign(role, m_page); }
+
+  private:
+    Page m_page;
+};
+
+// Lives for one opening of the sheet.
+class CVtnCplPropSheet : public CSheetAssembly
+{
+  public:
+    // Loads the settings of all pages; throws ConfigurationError.
+    using CSheetAssembly::CSheetAssembly;
+
+  private:
+    PageMember<CVtnStoragePropPage, PageRole::Storage> m_storagePage{*this};
+};

@@ -1,0 +1,49 @@
+// The message-filter hook for F1.
+#include "applet/HelpKey.h"
+
+#include <afxdlgs.h>
+
+namespace {
+
+HWND sheetWindow = nullptr;
+
+bool IsDown(int virtualKey)
+{
+    return GetKeyState(virtualKey) < 0;
+}
+
+bool IsHelpKey(const MSG& message)
+{
+    return message.message == WM_KEYDOWN && message.wParam == VK_F1 && !IsDown(VK_SHIFT) &&
+           !IsDown(VK_CONTROL);
+}
+
+} // namespace
+
+HHOOK HelpKeyHook::s_hook = nullptr;
+
+void RecordSheetWindow(HWND sheet)
+{
+    sheetWindow = sheet;
+}
+
+HelpKeyHook::HelpKeyHook()
+{
+    s_hook = SetWindowsHookExA(WH_MSGFILTER, &FilterMessage, nullptr, GetCurrentThreadId());
+}
+
+HelpKeyHook::~HelpKeyHook()
+{
+    UnhookWindowsHookEx(s_hook);
+    s_hook = nullptr;
+    sheetWindow = nullptr;
+}
+
+LRESULT CALLBACK HelpKeyHook::FilterMessage(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto& message = *reinterpret_cast<const MSG*>(lParam);
+    if (sheetWindow == nullptr || code != MSGF_DIALOGBOX || !IsHelpKey(message))
+        return CallNextHookEx(s_hook, code, wParam, lParam);
+    PostMessageA(sheetWindow, WM_COMMAND, ID_HELP, 0);
+    return 0;
+}

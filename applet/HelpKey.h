@@ -1,0 +1,24 @@
+// F1 anywhere in the sheet asks for the active page's help.
+#pragma once
+
+#include <windows.h>
+
+// Tells the F1 hook which window the sheet is. Called by the sheet as soon as it has a window.
+void RecordSheetWindow(HWND sheet);
+
+// While one of these lives, F1 without Shift or Ctrl in a dialog of the calling thread posts WM_COMMAND
+// ID_HELP to the recorded sheet. The dialog sees the key all the same. The sheet is forgotten with the end of
+// the hook.
+class HelpKeyHook
+{
+  public:
+    HelpKeyHook();
+    ~HelpKeyHook();
+    HelpKeyHook(const HelpKeyHook&) = delete;
+    HelpKeyHook& operator=(const HelpKeyHook&) = delete;
+
+  private:
+    static LRESULT CALLBACK FilterMessage(int code, WPARAM wParam, LPARAM lParam);
+
+    static HHOOK s_hook;
+};

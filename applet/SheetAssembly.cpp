@@ -1,0 +1,154 @@
+// Assembly of the sheet; the order of everything stands in the two tables.
+#include "applet/SheetAssembly.h"
+
+#include "applet/HelpKey.h"
+#include "applet/PageConditions.h"
+
+#include <algorithm>
+
+namespace {
+
+struct TabRule
+{
+    PageRole role;
+    bool (*isOffered)();
+};
+
+bool Always()
+{
+    return true;
+}
+
+// Tabs from left to right.
+constexpr std::array tabOrder = {
+    TabRule{PageRole::Services, Always},
+    TabRule{PageRole::SnmpSettings, Always},
+    TabRule{PageRole::Storage, Always},
+    TabRule{PageRole::DesktopMgmt, IsDesktopMgmtOffered},
+    TabRule{PageRole::ProcessMonitor, IsProcessMonitorOffered},
+    TabRule{PageRole::RemoteLumora, IsRemoteLumoraOffered},
+};
+static_assert(tabOrder.size() == pageRoleCount);
+
+struct SaveRule
+{
+    PageRole role;
+    bool onlyWhenChanged;
+};
+
+// Saves from first to last. Of the board the last word counts, so its page comes last.
+constexpr std::array saveOrder = {
+    SaveRule{PageRole::Services, false},      SaveRule{PageRole::SnmpSettings, false},
+    SaveRule{PageRole::ProcessMonitor, true}, SaveRule{PageRole::Storage, false},
+    SaveRule{PageRole::DesktopMgmt, false},   SaveRule{PageRole::RemoteLumora, true},
+};
+static_assert(saveOrder.size() == pageRoleCount);
+
+// The system's tab control in every sheet.
+constexpr int tabControlId = 0x3020;
+
+constexpr UINT inPlace = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CSheetAssembly, CPropertySheet)
+    ON_WM_CREATE()
+    ON_COMMAND(ID_HELP, OnHelp)
+END_MESSAGE_MAP()
+
+CSheetAssembly::CSheetAssembly(const char* title, CWnd* parent) : CPropertySheet(title, parent, 0) {}
+
+void CSheetAssembly::Assign(PageRole role, CVtnPropPage& page)
+{
+    m_pages[static_cast<std::size_t>(role)] = &page;
+}
+
+void CSheetAssembly::BuildPages()
+{
+    for (const TabRule& tab : tabOrder) {
+        if (Page(tab.role) != nullptr && tab.isOffered())
+            AddPage(Page(tab.role));
+    }
+}
+
+DWORD CSheetAssembly::SaveAllPages()
+{
+    DWORD result = ERROR_SUCCESS;
+    for (const SaveRule& rule : saveOrder) {
+        if (Page(rule.role) == nullptr || (rule.onlyWhenChanged && !IsChanged(rule.role)))
+            continue;
+        const DWORD saved = Page(rule.role)->Save();
+        if (rule.role == PageRole::RemoteLumora)
+            result = saved;
+    }
+    return result;
+}
+
+PageChanges CSheetAssembly::Changes() const
+{
+    return {.services = IsChanged(PageRole::Services),
+            .storage = IsChanged(PageRole::Storage),
+            .snmpSettings = IsChanged(PageRole::SnmpSettings),
+            .desktopMgmt = IsChanged(PageRole::DesktopMgmt),
+            .remoteLumora = IsChanged(PageRole::RemoteLumora),
+            .processMonitor = IsChanged(PageRole::ProcessMonitor)};
+}
+
+bool CSheetAssembly::IsChanged(PageRole role) const
+{
+    return Page(role) != nullptr && Page(role)->IsChanged();
+}
+
+int CSheetAssembly::OnCreate(LPCREATESTRUCT createStruct)
+{
+    if (CPropertySheet::OnCreate(createStruct) == -1)
+        return -1;
+    RecordSheetWindow(m_hWnd);
+    return 0;
+}
+
+BOOL CSheetAssembly::OnInitDialog()
+{
+    const BOOL result = CPropertySheet::OnInitDialog();
+    PutHelpInPlaceOfApply();
+    return result;
+}
+
+CRect CSheetAssembly::PlaceOf(int controlId) const
+{
+    CRect place;
+    GetDlgItem(controlId)->GetWindowRect(&place);
+    ScreenToClient(&place);
+    return place;
+}
+
+// Settings take effect with the agents' restart after OK, so there is nothing that Apply could do.
+void CSheetAssembly::PutHelpInPlaceOfApply()
+{
+    CloseGapBesideApply();
+    const CRect place = PlaceOf(ID_APPLY_NOW);
+    GetDlgItem(ID_APPLY_NOW)->EnableWindow(FALSE);
+    GetDlgItem(ID_APPLY_NOW)->SetWindowPos(nullptr, place.left, place.top, 0, 0, inPlace | SWP_HIDEWINDOW);
+    GetDlgItem(IDHELP)->SetWindowPos(nullptr, place.left, place.top, 0, 0, inPlace | SWP_SHOWWINDOW);
+}
+
+// Some systems leave room for a Help button of their own to the right of Apply: the row moves to where it
+// would stand without.
+void CSheetAssembly::CloseGapBesideApply()
+{
+    const int gap = PlaceOf(tabControlId).right - PlaceOf(ID_APPLY_NOW).right;
+    for (const int button : {IDOK, IDCANCEL, ID_APPLY_NOW}) {
+        const CRect place = PlaceOf(button);
+        GetDlgItem(button)->SetWindowPos(nullptr, place.left + gap, place.top, 0, 0, inPlace);
+    }
+}
+
+void CSheetAssembly::OnHelp()
+{
+    CPropertyPage* const active = GetActivePage();
+    if (active == nullptr || !active->OnKillActive())
+        return;
+    const auto page = std::find(m_pages.begin(), m_pages.end(), active);
+    if (page != m_pages.end())
+        (*page)->ShowHelp();
+}

@@ -1,0 +1,59 @@
+// How the sheet is put together from its pages, whichever they are: which tabs the user sees, where Help
+// stands and leads, and in which order everything is saved.
+#pragma once
+
+#include "applet/RestartDecision.h"
+#include "pages/PropPage.h"
+
+#include <afxdlgs.h>
+#include <array>
+
+// What a page of the sheet is about, in the order in which the pages are constructed.
+enum class PageRole
+{
+    Services,
+    Storage,
+    SnmpSettings,
+    DesktopMgmt,
+    RemoteLumora,
+    ProcessMonitor,
+};
+inline constexpr std::size_t pageRoleCount = 6;
+
+class CSheetAssembly : public CPropertySheet, public SettingsSheet
+{
+  public:
+    // `title` is the caption; `parent` is disabled while the sheet runs.
+    CSheetAssembly(const char* title, CWnd* parent);
+
+    // Takes a page, which must live as long as the sheet, in its role. Called before BuildPages.
+    void Assign(PageRole role, CVtnPropPage& page);
+
+    // Adds the tabs that this machine and this user need. Called once, before DoModal.
+    void BuildPages();
+
+    // Saves the assigned pages in the fixed order, those without a tab too; two of them only when they were
+    // changed. Returns what the Remote Lumora page's save returned, else 0; throws ConfigurationError.
+    DWORD SaveAllPages() override;
+
+    // Which pages were changed, for the restart decision.
+    [[nodiscard]] PageChanges Changes() const;
+
+    BOOL OnInitDialog() override;
+
+  protected:
+    int OnCreate(LPCREATESTRUCT createStruct);
+    void OnHelp();
+
+    DECLARE_MESSAGE_MAP()
+
+  private:
+    [[nodiscard]] CVtnPropPage* Page(PageRole role) const { return m_pages[static_cast<std::size_t>(role)]; }
+    [[nodiscard]] bool IsChanged(PageRole role) const;
+    // A control's rectangle in the sheet's client coordinates, in pixels.
+    [[nodiscard]] CRect PlaceOf(int controlId) const;
+    void PutHelpInPlaceOfApply();
+    void CloseGapBesideApply();
+
+    std::array<CVtnPropPage*, pageRoleCount> m_pages{};
+};

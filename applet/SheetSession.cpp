@@ -1,0 +1,67 @@
+// The sequence of one opening of the sheet.
+#include "applet/SheetSession.h"
+
+#include "applet/CplPropSheet.h"
+#include "applet/HelpKey.h"
+#include "applet/SheetTitle.h"
+#include "applet/VtnCpl.h"
+#include "resources/resource.h"
+#include "sysaccess/CommandLine.h"
+#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/MessageBoxes.h"
+
+#include <optional>
+
+namespace {
+
+// Makes the Control Panel's window the application's main window for as long as it lives.
+class MainWindowScope
+{
+  public:
+    explicit MainWindowScope(HWND controlPanel)
+    {
+        m_window.Attach(controlPanel);
+        theApp.m_pMainWnd = &m_window;
+    }
+    ~MainWindowScope()
+    {
+        theApp.m_pMainWnd = nullptr;
+        m_window.Detach();
+    }
+    MainWindowScope(const MainWindowScope&) = delete;
+    MainWindowScope& operator=(const MainWindowScope&) = delete;
+
+    CWnd* Window() { return &m_window; }
+
+  private:
+    CWnd m_window;
+};
+
+// Runs the sheet; the decision stays at no restart unless it ended with OK.
+RestartDecision RunSheet(std::optional<CVtnCplPropSheet>& sheet, HWND controlPanel)
+try {
+    MainWindowScope mainWindow(controlPanel);
+    sheet.emplace(SheetTitle(), mainWindow.Window());
+    sheet->BuildPages();
+    return sheet->DoModal() == IDOK ? DecideRestart(sheet->Changes()) : RestartDecision();
+} catch (ConfigurationError textId) {
+    MessageBoxById(controlPanel, static_cast<UINT>(textId), IDS_ERROR_CAPTION, MB_ICONHAND);
+    return {};
+}
+
+} // namespace
+
+RestartDecision RunSheetSession(HWND controlPanel)
+{
+    std::optional<CVtnCplPropSheet> sheet;
+    HWND focus = nullptr;
+    RestartDecision decision;
+    {
+        const HelpKeyHook helpKey;
+        focus = GetFocus();
+        decision = RunSheet(sheet, controlPanel);
+    }
+    sheet.reset();
+    SetFocus(focus);
+    return CommandLineContains(setupSwitch) ? RestartDecision() : decision;
+}

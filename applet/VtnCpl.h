@@ -1,0 +1,41 @@
+// The application object of the library and what the Control Panel is told about the applet.
+#pragma once
+
+#include <afxwin.h>
+
+// Gives the library its module state, its instance handle and its help file path.
+class CVtnCPL : public CWinApp
+{
+  public:
+    explicit CVtnCPL(const char* applicationName) : CWinApp(applicationName) {}
+    ~CVtnCPL() override = default;
+
+    BOOL InitInstance() override;
+    int ExitInstance() override;
+
+    // Keeps a copy of the current help file path, which replaces the last one.
+    void CopyHelpFilePath();
+
+    // The library itself: owner of its resources and its version.
+    [[nodiscard]] HINSTANCE Instance() const { return m_instance; }
+
+  private:
+    HINSTANCE m_instance = nullptr;
+};
+
+extern CVtnCPL theApp;
+
+// One applet of the library. The Control Panel is told the first three; the others belong to CPL_NEWINQUIRE,
+// which the applet does not answer.
+struct AppletRecord
+{
+    UINT iconId = 0;
+    UINT nameId = 0;
+    UINT descriptionId = 0;
+    DWORD flags = 0;
+    DWORD helpContext = 0;
+    const char* helpFilePath = nullptr;
+};
+
+// The one applet, filled at the first call.
+const AppletRecord& TheAppletRecord();

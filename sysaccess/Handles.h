@@ -1,0 +1,42 @@
+// Owning types for what Windows hands out: moved, never copied, closed once.
+#pragma once
+
+#include <utility>
+#include <windows.h>
+
+// Owns one handle that `Close` gives back; a null handle owns nothing.
+template <typename Handle, auto Close>
+class UniqueHandle
+{
+  public:
+    UniqueHandle() = default;
+    explicit UniqueHandle(Handle handle) : m_handle(handle) {}
+    UniqueHandle(UniqueHandle&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) {}
+    UniqueHandle& operator=(UniqueHandle&& other) noexcept
+    {
+        std::swap(m_handle, other.m_handle);
+        return *this;
+    }
+    ~UniqueHandle()
+    {
+        if (m_handle != nullptr)
+            Close(m_handle);
+    }
+
+    [[nodiscard]] Handle Get() const { return m_handle; }
+    explicit operator bool() const { return m_handle != nullptr; }
+
+  private:
+    Handle m_handle = nullptr;
+};
+
+// Imported functions are no constants, so each kind names its closing function in a lambda.
+using UniqueLibrary = UniqueHandle<HMODULE, [](HMODULE library) { FreeLibrary(library); }>;
+
+// The entry point of a library as a function of the given pointer type; null when it has none. `name` may be
+// an ordinal made with MAKEINTRESOURCEA.
+template <typename Function>
+[[nodiscard]] Function EntryPoint(HMODULE library, const char* name)
+{
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+}

@@ -1,0 +1,116 @@
+// Help: the Help button, F1, the help file of each language, and a system without HTML Help.
+#include "applet/AppletTest.h"
+#include "support/ImportHook.h"
+
+#include <htmlhelp.h>
+
+namespace {
+
+class Help : public AppletTest
+{
+  protected:
+    support::HelpRecorder m_help{m_host.Module()};
+};
+
+const support::HelpRequest storageHelp{nullptr, "C:\\windows\\System32\\vtnmgmt\\vtmghost\\vtnmgmt.chm",
+                                       HH_DISPLAY_TOPIC, "html\\vtnm7wh1.htm"};
+
+TEST_F(Help, TheButtonShowsThePagesTopic)
+{
+    m_host.Open();
+    m_host.Page("Storage");
+    m_host.Sheet().Click(IDHELP);
+    EXPECT_EQ(m_help.Requests(), std::vector{storageHelp});
+    m_host.PressCancel();
+}
+
+TEST_F(Help, F1ShowsThePagesTopic)
+{
+    m_host.Open();
+    m_host.Page("Storage");
+    m_host.PressKey(VK_F1);
+    EXPECT_EQ(m_help.Requests(), std::vector{storageHelp});
+    m_host.PressCancel();
+}
+
+class HeldKey : public Help, public testing::WithParamInterface<int>
+{
+};
+
+TEST_P(HeldKey, KeepsF1FromAskingForHelp)
+{
+    m_host.HoldKeys({GetParam()});
+    m_host.Open();
+    m_host.PressKey(VK_F1);
+    EXPECT_TRUE(m_help.Requests().empty());
+    m_host.PressCancel();
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, HeldKey, testing::Values(VK_SHIFT, VK_CONTROL));
+
+TEST_F(Help, OtherKeysAskForNothing)
+{
+    m_host.Open();
+    m_host.PressKey(VK_F2);
+    EXPECT_TRUE(m_help.Requests().empty());
+    m_host.PressCancel();
+}
+
+TEST_F(Help, AJapaneseSystemGetsItsOwnHelpFile)
+{
+    auto hook = support::HookImport<decltype(GetSystemDefaultLangID)>(
+        m_host.Module(), "GetSystemDefaultLangID", [](auto) { return LANGID{1041}; });
+    m_host.Open();
+    m_host.Page("Storage");
+    m_host.PressKey(VK_F1);
+    ASSERT_EQ(m_help.Requests().size(), 1U);
+    EXPECT_EQ(m_help.Requests()[0].file, "C:\\windows\\System32\\vtnmgmt\\vtmghost\\vtnmgmt_jpn.chm");
+    m_host.PressCancel();
+}
+
+TEST_F(Help, LoadsHtmlHelpOnFirstUseAndKeepsIt)
+{
+    m_host.Open();
+    EXPECT_TRUE(m_help.LoadedLibraries().empty());
+    m_host.Sheet().Click(IDHELP);
+    m_host.Sheet().Click(IDHELP);
+    EXPECT_EQ(m_help.LoadedLibraries().size(), 1U);
+    EXPECT_EQ(m_help.Requests().size(), 2U);
+    m_host.PressCancel();
+}
+
+TEST_F(Help, WithoutTheRegisteredLibraryLooksForTheUsualOne)
+{
+    m_help.RemoveLibrary();
+    m_host.Open();
+    m_host.Sheet().Click(IDHELP);
+    ASSERT_FALSE(m_help.LoadedLibraries().empty());
+    EXPECT_EQ(m_help.LoadedLibraries().back(), "hhctrl.ocx");
+    m_host.PressCancel();
+}
+
+TEST_F(Help, ALibraryThatWasNotFoundIsNotLookedForAgain)
+{
+    m_help.RemoveLibrary();
+    m_host.Open();
+    m_host.Sheet().Click(IDHELP);
+    m_help.Restore();
+    m_help.Clear();
+    m_host.Sheet().Click(IDHELP);
+    EXPECT_TRUE(m_help.LoadedLibraries().empty());
+    EXPECT_TRUE(m_help.Requests().empty());
+    m_host.PressCancel();
+}
+
+TEST_F(Help, AnEntryThatWasNotFoundIsNotLookedForAgain)
+{
+    m_help.RemoveEntry();
+    m_host.Open();
+    m_host.Sheet().Click(IDHELP);
+    m_help.Restore();
+    m_host.Sheet().Click(IDHELP);
+    EXPECT_TRUE(m_help.Requests().empty());
+    m_host.PressCancel();
+}
+
+} // namespace

@@ -1,0 +1,82 @@
+// The Storage page through its window.
+#include "applet/AppletTest.h"
+#include "resources/resource.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+using support::DialogDriver;
+using support::ExpectDword;
+
+constexpr std::array boxes = {IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_TAPE, IDC_STORAGE_SAS_TAPE,
+                              IDC_STORAGE_ARRAY_PERFORMANCE};
+
+class StoragePage : public AppletTest
+{
+  protected:
+    DialogDriver Open()
+    {
+        m_host.Open();
+        return m_host.Page("Storage");
+    }
+
+    // States of the four boxes.
+    static std::array<bool, 4> Checked(const DialogDriver& page)
+    {
+        std::array<bool, 4> checked{};
+        std::transform(boxes.begin(), boxes.end(), checked.begin(),
+                       [&](int id) { return page.IsChecked(id); });
+        return checked;
+    }
+};
+
+TEST_F(StoragePage, ShowsEachAgentsFlags)
+{
+    m_machine.arrayAgent.SetDword("DisableFlags", 0x3);
+    m_machine.sasAgent.SetDword("DisableFlags", 0x1);
+    EXPECT_EQ(Checked(Open()), (std::array{false, true, false, true}));
+    m_host.PressCancel();
+}
+
+TEST_F(StoragePage, SavesWhatWasTicked)
+{
+    const DialogDriver page = Open();
+    for (const int id : boxes)
+        page.Check(id);
+    m_host.PressOk();
+    ExpectDword(m_machine.fibreAgent, "DisableFlags", 0x1);
+    ExpectDword(m_machine.arrayAgent, "DisableFlags", 0x3);
+    ExpectDword(m_machine.sasAgent, "DisableFlags", 0x4);
+}
+
+TEST_F(StoragePage, ClearingOneArrayBoxSavesTheOther)
+{
+    m_machine.arrayAgent.SetDword("DisableFlags", 0x3);
+    Open().Uncheck(IDC_STORAGE_ARRAY_TAPE);
+    m_host.PressOk();
+    ExpectDword(m_machine.arrayAgent, "DisableFlags", 0x2);
+}
+
+TEST_F(StoragePage, AnUntouchedPageSavesItsLoadedValues)
+{
+    m_machine.sasAgent.SetDword("DisableFlags", 0xFFFFFFFF);
+    m_machine.fibreAgent.SetDword("DisableFlags", 0x10);
+    m_machine.arrayAgent.DeleteValue("DisableFlags");
+    m_host.Open();
+    m_host.PressOk();
+    ExpectDword(m_machine.sasAgent, "DisableFlags", 0xFFFFFFFF);
+    ExpectDword(m_machine.arrayAgent, "DisableFlags", 0x10);
+}
+
+TEST_F(StoragePage, TheSpaceKeyTicksTheBoxWithTheFocus)
+{
+    const DialogDriver page = Open();
+    page.Focus(IDC_STORAGE_SAS_TAPE);
+    m_host.PressKey(VK_SPACE);
+    EXPECT_TRUE(page.IsChecked(IDC_STORAGE_SAS_TAPE));
+    m_host.PressCancel();
+}
+
+} // namespace
