@@ -3,6 +3,7 @@
 #pragma once
 
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,16 @@ class CallLog
     {
         const std::lock_guard lock(m_mutex);
         return m_calls;
+    }
+
+    // The calls of these functions alone: their entries start with the function's name.
+    [[nodiscard]] std::vector<std::string> CallsOf(const std::set<std::string>& functions) const
+    {
+        std::vector<std::string> calls = Calls();
+        std::erase_if(calls, [&](const std::string& call) {
+            return !functions.contains(call.substr(0, call.find(' ')));
+        });
+        return calls;
     }
 
     void Clear()
