@@ -1,0 +1,102 @@
+// The counts of what the process holds: each must move when something leaks.
+#include "support/ResourceCount.h"
+#include "support/AppletHost.h"
+
+#include <gtest/gtest-spi.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using support::ResourceCount;
+using support::WindowsHookCount;
+
+TEST(ResourceCount, MovesWithWindowsOfEveryKind)
+{
+    const ResourceCount before = ResourceCount::Now();
+    const HWND top =
+        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    const HWND child = CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 1, 1, top, nullptr, nullptr, nullptr);
+    const HWND hidden =
+        CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    EXPECT_NE(child, nullptr);
+    EXPECT_GE(ResourceCount::Now().windows, before.windows + 3);
+    DestroyWindow(top);
+    DestroyWindow(hidden);
+    EXPECT_LE(ResourceCount::Now().windows, before.windows + 1);
+}
+
+TEST(ResourceCount, MovesWithGdiObjects)
+{
+    DeleteObject(CreateSolidBrush(0));
+    const ResourceCount before = ResourceCount::Now();
+    const HBRUSH brush = CreateSolidBrush(0x123456);
+    const HPEN pen = CreatePen(PS_SOLID, 1, 0x123456);
+    const HFONT font = CreateFontA(12, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "Tahoma");
+    EXPECT_EQ(ResourceCount::Now().gdiObjects, before.gdiObjects + 3);
+    DeleteObject(font);
+    DeleteObject(pen);
+    DeleteObject(brush);
+    EXPECT_EQ(ResourceCount::Now().gdiObjects, before.gdiObjects);
+}
+
+TEST(ResourceCount, MovesWithKernelHandlesAndRegistryKeys)
+{
+    const ResourceCount before = ResourceCount::Now();
+    const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    HKEY key = nullptr;
+    RegOpenKeyA(HKEY_LOCAL_MACHINE, "SOFTWARE", &key);
+    EXPECT_EQ(ResourceCount::Now().kernelHandles, before.kernelHandles + 2);
+    RegCloseKey(key);
+    CloseHandle(event);
+    EXPECT_EQ(ResourceCount::Now().kernelHandles, before.kernelHandles);
+}
+
+TEST(ResourceCount, FailsATestThatLeaks)
+{
+    static ResourceCount before;
+    before = ResourceCount::Now();
+    const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    EXPECT_NONFATAL_FAILURE(support::ExpectNoLeak(before), "resources of the process");
+    CloseHandle(event);
+    ExpectNoLeak(before);
+}
+
+TEST(ResourceCount, FindsNoLeakInASheetThatIsOpenedAgain)
+{
+    support::AppletHost host(support::BesideThisProgram("sample.cpl"));
+    const auto openAndCancel = [&] {
+        host.Open();
+        host.PressCancel();
+    };
+    // What Windows makes once for all sheets is no leak.
+    openAndCancel();
+    const ResourceCount before = ResourceCount::Now();
+    openAndCancel();
+    openAndCancel();
+    ExpectNoLeak(before);
+}
+
+TEST(ResourceCount, FindsNoLeakInAnAppletThatIsLoadedAgain)
+{
+    const auto loadAndUnload = [] {
+        const support::AppletHost host(support::BesideThisProgram("sample.cpl"));
+    };
+    loadAndUnload();
+    const ResourceCount before = ResourceCount::Now();
+    loadAndUnload();
+    loadAndUnload();
+    ExpectNoLeak(before);
+}
+
+TEST(WindowsHookCount, CountsTheHooksOfASheet)
+{
+    support::AppletHost host(support::BesideThisProgram("sample.cpl"));
+    const WindowsHookCount hooks(host.Module());
+    host.Open();
+    EXPECT_EQ(hooks.Left(), 1);
+    host.PressCancel();
+    EXPECT_EQ(hooks.Installed(), 1);
+    EXPECT_EQ(hooks.Left(), 0);
+}
+
+} // namespace
