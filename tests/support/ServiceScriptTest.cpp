@@ -2,6 +2,7 @@
 #include "support/ServiceScript.h"
 #include "support/FakeClock.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -218,6 +219,11 @@ TEST_F(ServiceScriptTest, ChangesTheConfiguration)
     EXPECT_EQ(m_script.Calls().back(), "ChangeServiceConfigA A startType=4 dependencies=B/C/");
 }
 
+[[gnu::noinline]] void Rest(DWORD milliseconds)
+{
+    Sleep(milliseconds);
+}
+
 TEST(ServiceScriptLog, ListsAllCallsInTheirOrderBesideTheSleeps)
 {
     support::CallLog log;
@@ -226,10 +232,12 @@ TEST(ServiceScriptLog, ListsAllCallsInTheirOrderBesideTheSleeps)
     script.Add("A", {});
     const SC_HANDLE service = Open("A", SERVICE_START | SERVICE_QUERY_STATUS);
     Start(service);
+    Rest(1000);
     Query(service);
     Close(service);
-    EXPECT_EQ(log.Calls(), (Calls{"OpenSCManagerA ServicesActive 0x20000000", "OpenServiceA A 0x14",
-                                  "StartServiceA A", "QueryServiceStatus A", "CloseServiceHandle A"}));
+    EXPECT_EQ(log.Calls(),
+              (Calls{"OpenSCManagerA ServicesActive 0x20000000", "OpenServiceA A 0x14", "StartServiceA A",
+                     "Sleep 1000", "QueryServiceStatus A", "CloseServiceHandle A"}));
 }
 
 } // namespace
