@@ -1,0 +1,110 @@
+// What an opening of the sheet leaves behind: nothing, however it ends.
+#include "applet/AppletTest.h"
+#include "support/ImportHook.h"
+#include "support/ResourceCount.h"
+
+#include <cpl.h>
+
+namespace {
+
+using support::ResourceCount;
+
+class Leak : public AppletTest
+{
+  protected:
+    // The first opening loads libraries and registers window classes that stay.
+    void SetUp() override { OpenAndCancel(); }
+
+    void OpenAndCancel()
+    {
+        m_host.Open();
+        m_host.PressCancel();
+    }
+
+    // Opens the sheet on a machine that refuses its configuration: while the pages load, or when they are saved.
+    void OpenRefused()
+    {
+        m_machine.sasAgent.Delete();
+        m_boxes.Answer(IDOK);
+        m_host.DoubleClick();
+        m_host.WaitForEnd();
+        m_machine.sasAgent.SetDword("DisableFlags", 0);
+    }
+
+    void SaveRefused()
+    {
+        m_host.Open();
+        m_machine.sasAgent.Delete();
+        m_boxes.Answer(IDOK);
+        m_host.PressOk();
+        m_machine.sasAgent.SetDword("DisableFlags", 0);
+    }
+};
+
+TEST_F(Leak, TwoOpeningsInARowLeaveNothing)
+{
+    const ResourceCount before = ResourceCount::Now();
+    OpenAndCancel();
+    OpenAndCancel();
+    ExpectNoLeak(before);
+}
+
+TEST_F(Leak, EveryHookThatTheSheetInstallsIsRemoved)
+{
+    support::WindowsHookCount hooks(m_host.Module());
+    OpenAndCancel();
+    OpenRefused();
+    SaveRefused();
+    EXPECT_GT(hooks.Installed(), 0);
+    EXPECT_EQ(hooks.Left(), 0);
+}
+
+TEST_F(Leak, ARefusalWhileLoadingLeavesNothing)
+{
+    OpenRefused();
+    const ResourceCount before = ResourceCount::Now();
+    OpenRefused();
+    OpenAndCancel();
+    ExpectNoLeak(before);
+}
+
+TEST_F(Leak, ARefusedSaveLeavesNothing)
+{
+    SaveRefused();
+    const ResourceCount before = ResourceCount::Now();
+    SaveRefused();
+    OpenAndCancel();
+    ExpectNoLeak(before);
+}
+
+TEST_F(Leak, MessagesThatOpenNothingLeaveNothing)
+{
+    const ResourceCount before = ResourceCount::Now();
+    CPLINFO info{};
+    for (int round = 0; round < 3; ++round) {
+        m_host.Send(CPL_INIT);
+        m_host.Send(CPL_INQUIRE, 1, reinterpret_cast<LPARAM>(&info));
+        m_host.Send(CPL_NEWINQUIRE);
+    }
+    ExpectNoLeak(before);
+}
+
+TEST_F(Leak, EachInitFreesTheHelpPathOfTheLastOne)
+{
+    int copies = 0;
+    auto copy = support::HookImport<decltype(_strdup)>(m_host.Module(), "_strdup", [&](auto original, const char* text) {
+        ++copies;
+        return original(text);
+    });
+    int freed = 0;
+    auto release = support::HookImport<decltype(free)>(m_host.Module(), "free", [&](auto original, void* memory) {
+        if (memory != nullptr)
+            ++freed;
+        original(memory);
+    });
+    m_host.Send(CPL_INIT);
+    EXPECT_EQ(copies, 1);
+    EXPECT_EQ(freed, 1);
+}
+
+} // namespace
