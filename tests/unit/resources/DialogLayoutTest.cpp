@@ -1,0 +1,161 @@
+// How the dialogs are laid out, looked at in the real windows: nothing overlaps or sticks out, frames frame,
+// labels come before what they name.
+#include "resources/resource.h"
+#include "tests/unit/resources/DialogWindow.h"
+#include "tests/unit/resources/RequiredTexts.h"
+#include "tests/unit/resources/ResourceReader.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+bool Contains(const RECT& outer, const RECT& inner)
+{
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
+bool Overlap(const RECT& one, const RECT& other)
+{
+    RECT common;
+    return IntersectRect(&common, &one, &other) != FALSE;
+}
+
+// A frame may hold another control whole; nothing else may share a pixel. A hidden edit is put where it is
+// needed.
+bool MayBeTogether(const DialogControl& one, const DialogControl& other)
+{
+    if (!one.IsVisible() || !other.IsVisible() || !Overlap(one.place, other.place))
+        return true;
+    return (one.IsGroupBox() && Contains(one.place, other.place)) ||
+           (other.IsGroupBox() && Contains(other.place, one.place));
+}
+
+bool TakesTheFocus(const DialogControl& control)
+{
+    return !control.IsStatic() && !control.IsGroupBox();
+}
+
+// Of all dialogs, in both languages.
+template <typename Check>
+void ForEachDialog(Check check)
+{
+    for (const LANGID language : {kEnglish, kJapanese}) {
+        for (const RequiredDialog& required : RequiredDialogs()) {
+            SCOPED_TRACE(std::string(LanguageName(language)) + ' ' + std::to_string(required.id));
+            check(DialogWindow(required.id, language));
+        }
+    }
+}
+
+// Of all dialogs but the please-wait dialog, whose measures stand apart.
+template <typename Check>
+void ForEachPage(Check check)
+{
+    ForEachDialog([&](const DialogWindow& dialog) {
+        if (dialog.Controls().size() > 1)
+            check(dialog);
+    });
+}
+
+TEST(DialogLayout, LetsNoTwoControlsOverlap)
+{
+    ForEachDialog([](const DialogWindow& dialog) {
+        const auto& controls = dialog.Controls();
+        for (size_t i = 0; i < controls.size(); ++i) {
+            for (size_t j = i + 1; j < controls.size(); ++j)
+                EXPECT_TRUE(MayBeTogether(controls[i], controls[j]))
+                    << controls[i].id << " and " << controls[j].id;
+        }
+    });
+}
+
+TEST(DialogLayout, KeepsSevenUnitsFreeAtTheEdgesOfAPage)
+{
+    ForEachPage([](const DialogWindow& dialog) {
+        const RequiredDialog& required = RequiredDialogOf(dialog.Id());
+        RECT inner = dialog.ToPixels({7, 7, required.width - 7, required.height - 7});
+        // Place and size of a control are rounded to pixels one by one.
+        InflateRect(&inner, 1, 1);
+        for (const DialogControl& control : dialog.Controls())
+            EXPECT_TRUE(Contains(inner, control.place)) << control.id;
+    });
+}
+
+TEST(DialogLayout, FramesEverythingOnAPage)
+{
+    ForEachPage([](const DialogWindow& dialog) {
+        const DialogControl& frame = dialog.Controls().front();
+        ASSERT_TRUE(frame.IsGroupBox());
+        const RECT margin = dialog.ToPixels({0, 0, 4, 4});
+        RECT inner = frame.place;
+        InflateRect(&inner, -margin.right, -margin.bottom);
+        for (const DialogControl& control : dialog.Controls()) {
+            if (&control != &frame) {
+                EXPECT_TRUE(Contains(inner, control.place)) << control.id;
+            }
+        }
+    });
+}
+
+TEST(DialogLayout, PutsTheLabelRightBeforeTheControlThatItsKeyReaches)
+{
+    ForEachPage([](const DialogWindow& dialog) {
+        const auto& controls = dialog.Controls();
+        for (size_t i = 0; i < controls.size(); ++i) {
+            if (!controls[i].IsStatic() || AccessKey(controls[i]) == 0)
+                continue;
+            ASSERT_LT(i + 1, controls.size());
+            EXPECT_TRUE(TakesTheFocus(controls[i + 1]) && (controls[i + 1].style & WS_TABSTOP))
+                << controls[i].id;
+        }
+    });
+}
+
+TEST(DialogLayout, PlacesTheLabelAboveOrLeftOfItsControl)
+{
+    ForEachPage([](const DialogWindow& dialog) {
+        const auto& controls = dialog.Controls();
+        for (size_t i = 0; i + 1 < controls.size(); ++i) {
+            if (!controls[i].IsStatic() || !TakesTheFocus(controls[i + 1]))
+                continue;
+            const RECT& label = controls[i].place;
+            const RECT& named = controls[i + 1].place;
+            EXPECT_TRUE(label.bottom <= named.top || label.right <= named.left) << controls[i].id;
+        }
+    });
+}
+
+TEST(DialogLayout, LeavesNoControlOutOfReachOfTheTabKey)
+{
+    ForEachDialog([](const DialogWindow& dialog) {
+        for (const DialogControl& control : dialog.Controls()) {
+            const bool laterRadio = control.id > IDC_PROCMON_NONE && control.id <= IDC_PROCMON_START_STOP;
+            if (TakesTheFocus(control) && !laterRadio) {
+                EXPECT_TRUE(control.style & WS_TABSTOP) << control.id;
+            }
+        }
+    });
+}
+
+TEST(DialogLayout, EndsTheGroupOfRadioButtonsWithTheAddButton)
+{
+    const DialogWindow dialog(IDD_PROCMON, kEnglish);
+    EXPECT_TRUE(dialog.Control(IDC_PROCMON_NONE).style & WS_GROUP);
+    EXPECT_FALSE(dialog.Control(IDC_PROCMON_START).style & WS_GROUP);
+    EXPECT_FALSE(dialog.Control(IDC_PROCMON_STOP).style & WS_GROUP);
+    EXPECT_FALSE(dialog.Control(IDC_PROCMON_START_STOP).style & WS_GROUP);
+    EXPECT_TRUE(dialog.Control(IDC_PROCMON_ADD).style & WS_GROUP);
+}
+
+TEST(DialogLayout, CentresThePleaseWaitTextWhereItHasAlwaysStood)
+{
+    for (const LANGID language : {kEnglish, kJapanese}) {
+        const DialogWindow dialog(IDD_PLEASE_WAIT, language);
+        const RECT expected = dialog.ToPixels({7, 12, 7 + 142, 12 + 42});
+        EXPECT_TRUE(EqualRect(&dialog.Control(IDC_PLEASE_WAIT_TEXT).place, &expected))
+            << LanguageName(language);
+    }
+}
+
+} // namespace

@@ -1,0 +1,132 @@
+// Every text has room in its control, measured in the dialog's own font, and so has what is put there at run
+// time.
+#include "resources/resource.h"
+#include "tests/unit/resources/DialogWindow.h"
+#include "tests/unit/resources/RequiredTexts.h"
+#include "tests/unit/resources/ResourceReader.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr LANGID kLanguages[] = {kEnglish, kJapanese};
+
+// The list of the Process Monitor page puts the option at this place, in dialog units.
+constexpr int kOptionTabStop = 80;
+
+SIZE SizeOf(const RECT& place)
+{
+    return {place.right - place.left, place.bottom - place.top};
+}
+
+// Pixels beside the text that a button needs: the box of a check box or radio button and the gap behind it,
+// or the edges of a push button or of the gap in a frame.
+int ButtonExtra(const DialogControl& control)
+{
+    const DWORD type = control.style & BS_TYPEMASK;
+    if (type == BS_AUTOCHECKBOX || type == BS_AUTORADIOBUTTON)
+        return GetSystemMetrics(SM_CXMENUCHECK) + 6;
+    return type == BS_GROUPBOX ? 20 : 12;
+}
+
+SIZE NeededSize(const DialogWindow& dialog, const DialogControl& control, const std::wstring& text)
+{
+    if (control.windowClass == "Button") {
+        const SIZE size = dialog.Measure(text);
+        return {size.cx + ButtonExtra(control), size.cy};
+    }
+    const UINT prefix = (control.style & SS_NOPREFIX) != 0 ? DT_NOPREFIX : 0U;
+    return dialog.Measure(text, static_cast<int>(SizeOf(control.place).cx), prefix | DT_EXPANDTABS);
+}
+
+testing::AssertionResult Fits(const DialogWindow& dialog, const DialogControl& control,
+                              const std::wstring& text)
+{
+    const SIZE needed = NeededSize(dialog, control, text);
+    const SIZE room = SizeOf(control.place);
+    if (needed.cx <= room.cx && needed.cy <= room.cy)
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << '"' << ToUtf8(text) << "\" needs " << needed.cx << 'x' << needed.cy
+                                       << " pixels and has " << room.cx << 'x' << room.cy;
+}
+
+bool ShowsItsText(const DialogControl& control)
+{
+    return control.IsStatic() || control.windowClass == "Button";
+}
+
+// The string with the name of a service in it.
+std::wstring Announcement(UINT id, LANGID language, const std::wstring& service)
+{
+    std::wstring text = FindString(id, language).value_or(L"");
+    return text.replace(text.find(L"%s"), 2, service);
+}
+
+// Without Japanese glyphs the measures below would be those of empty boxes.
+TEST(DialogFont, HasJapaneseGlyphs)
+{
+    const DialogWindow dialog(IDD_STORAGE, kJapanese);
+    const SIZE ideographs = dialog.Measure(L"管理管理管理管理管理");
+    EXPECT_GE(ideographs.cx, 10 * 10) << "MS Shell Dlg is not linked to a font with Japanese characters";
+}
+
+TEST(DialogTextFit, LeavesNoTextCutOff)
+{
+    for (const LANGID language : kLanguages) {
+        for (const RequiredDialog& required : RequiredDialogs()) {
+            const DialogWindow dialog(required.id, language);
+            for (const DialogControl& control : dialog.Controls()) {
+                if (ShowsItsText(control)) {
+                    EXPECT_TRUE(Fits(dialog, control, control.text)) << required.id << ' ' << control.id;
+                }
+            }
+        }
+    }
+}
+
+TEST(DialogTextFit, GivesTheAddButtonRoomForBothItsFaces)
+{
+    for (const LANGID language : kLanguages) {
+        const DialogWindow dialog(IDD_PROCMON, language);
+        for (const int face : {IDS_PROCMON_ADD, IDS_PROCMON_ENTER})
+            EXPECT_TRUE(Fits(dialog, dialog.Control(IDC_PROCMON_ADD),
+                             FindString(static_cast<UINT>(face), language).value_or(L"")));
+    }
+}
+
+TEST(DialogTextFit, GivesThePleaseWaitTextRoomForALongServiceName)
+{
+    for (const LANGID language : kLanguages) {
+        const DialogWindow dialog(IDD_PLEASE_WAIT, language);
+        const DialogControl& text = dialog.Control(IDC_PLEASE_WAIT_TEXT);
+        const std::wstring service = L"Norvale Management Agents Host";
+        EXPECT_TRUE(Fits(dialog, text, Announcement(IDS_STARTING, language, service)));
+        EXPECT_TRUE(Fits(dialog, text, Announcement(IDS_STOPPING, language, service)));
+        EXPECT_TRUE(Fits(dialog, text, FindString(IDS_BOARD_RESETTING, language).value_or(L"")));
+    }
+}
+
+TEST(DialogTextFit, GivesTheIntervalListRoomForEveryInterval)
+{
+    for (const LANGID language : kLanguages) {
+        const DialogWindow dialog(IDD_SNMP, language);
+        const int width = static_cast<int>(SizeOf(dialog.Control(IDC_SNMP_INTERVAL).place).cx);
+        const int room = width - GetSystemMetrics(SM_CXVSCROLL) - 12;
+        for (UINT id = IDS_INTERVAL_5_SECONDS; id <= IDS_INTERVAL_60_MINUTES; ++id)
+            EXPECT_LE(dialog.Measure(FindString(id, language).value_or(L"")).cx, room) << id;
+    }
+}
+
+TEST(DialogTextFit, GivesTheProcessListRoomForEveryOption)
+{
+    for (const LANGID language : kLanguages) {
+        const DialogWindow dialog(IDD_PROCMON, language);
+        const LONG tabStop = dialog.ToPixels({0, 0, kOptionTabStop, 0}).right;
+        const int width = static_cast<int>(SizeOf(dialog.Control(IDC_PROCMON_LIST).place).cx);
+        const int room = width - static_cast<int>(tabStop) - GetSystemMetrics(SM_CXVSCROLL) - 6;
+        for (UINT id = IDS_PROCMON_OPTION_NONE; id <= IDS_PROCMON_OPTION_START_STOP; ++id)
+            EXPECT_LE(dialog.Measure(FindString(id, language).value_or(L"")).cx, room) << id;
+    }
+}
+
+} // namespace
