@@ -1,0 +1,56 @@
+# shellcheck shell=bash
+# What run, test and wine-run share: messages, the file tree's places, Wine prefixes.
+
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export ROOT
+
+# Crashes end a program at once instead of waiting for somebody at a debugger; Mono and Gecko are not asked for.
+export WINEDEBUG="${WINEDEBUG:--all}" WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml,winedbg.exe=}"
+
+# say TEXT: one line on what is being done.
+say() { printf '%s\n' "$*"; }
+
+# fail SENTENCE: ends the script with one sentence that tells what is wrong and what to do.
+fail() {
+  printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+  exit 1
+}
+
+# make_prefix: makes the Wine prefix in WINEPREFIX, unless it is there; only one caller makes it, others wait.
+make_prefix() {
+  [ ! -e "$WINEPREFIX/.ready" ] || return 0
+  mkdir -p "$(dirname "$WINEPREFIX")"
+  (
+    flock 9
+    [ -e "$WINEPREFIX/.ready" ] || fill_prefix
+  ) 9>"$WINEPREFIX.lock"
+}
+
+# The server that these commands start must not inherit the lock, or it would hold it for as long as it lives.
+fill_prefix() {
+  mkdir -p "$WINEPREFIX"
+  wineboot -i >/dev/null 2>&1 9>&- || fail "Wine could not make its prefix in $WINEPREFIX; try 'wineboot -i' by hand."
+  use_virtual_desktop 9>&-
+  wineserver -w 9>&-
+  touch "$WINEPREFIX/.ready"
+}
+
+# keep_wine: Wine stays up from one program to the next, until `wineserver -k`. Its services are started here, away
+# from anybody's output: they would hold on to that of the first program, and who reads it would never see its end.
+keep_wine() {
+  make_prefix
+  wineserver -p
+  wine wineboot >/dev/null 2>&1
+}
+
+# On a bare X server each closing dialog would wait for a window manager that is not there; inside a virtual
+# desktop it does not.
+use_virtual_desktop() {
+  wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d vtnmgmt /f >/dev/null
+  wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v vtnmgmt /d 1024x768 /f >/dev/null
+}
+
+# use_real_desktop: windows appear on the display itself, as those of other programs do.
+use_real_desktop() {
+  wine reg delete 'HKCU\Software\Wine\Explorer' /v Desktop /f >/dev/null 2>&1 || true
+}

@@ -1,0 +1,75 @@
+# shellcheck shell=bash
+# Installs what is missing on a fresh Debian 12 and builds. Sourced by run and test, after lib.sh.
+
+# The Debian packages, in one place: to build, to run and take pictures, for a Japanese system, to check sources.
+BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
+RUN_PACKAGES=(wine wine64 xvfb x11-utils imagemagick)
+JAPANESE_PACKAGES=(locales fonts-vlgothic)
+CHECK_PACKAGES=(clang-format-14 shellcheck)
+
+# set_up_for_run, set_up_for_run_in_japanese, set_up_for_test: what each of these needs, and no more.
+set_up_for_run() {
+  ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}"
+}
+
+set_up_for_run_in_japanese() {
+  ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${JAPANESE_PACKAGES[@]}"
+  ensure_japanese
+}
+
+set_up_for_test() {
+  ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${JAPANESE_PACKAGES[@]}" "${CHECK_PACKAGES[@]}"
+  ensure_japanese
+}
+
+as_root() {
+  if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+missing_packages() {
+  local package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || printf '%s\n' "$package"
+  done
+}
+
+# ensure_packages NAME...: installs those that are missing; asks apt for nothing when none is.
+ensure_packages() {
+  local missing
+  command -v dpkg-query >/dev/null || fail "this set-up knows Debian 12 only, and dpkg-query is not here."
+  mapfile -t missing < <(missing_packages "$@")
+  [ ${#missing[@]} -gt 0 ] || return 0
+  [ "$(id -u)" = 0 ] || command -v sudo >/dev/null ||
+    fail "these packages are missing; install them as root, or install sudo: ${missing[*]}"
+  say "Installing ${missing[*]} ..."
+  mkdir -p "$ROOT/build"
+  install_packages "${missing[@]}" >"$ROOT/build/install.log" 2>&1 ||
+    fail "the packages could not be installed; what apt-get said is in $ROOT/build/install.log."
+}
+
+install_packages() {
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get update &&
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
+}
+
+# ensure_japanese: the locale under which Wine is a Japanese system. Its packages must be there.
+ensure_japanese() {
+  [[ $(locale -a 2>/dev/null) != *ja_JP.utf8* ]] || return 0
+  say "Generating the ja_JP.UTF-8 locale ..."
+  as_root localedef -i ja_JP -f UTF-8 ja_JP.UTF-8 || fail "the ja_JP.UTF-8 locale could not be generated."
+}
+
+# build: builds everything. What the build prints shows only when it fails.
+build() {
+  say "Building ..."
+  mkdir -p "$ROOT/build"
+  build_everything >"$ROOT/build/build.log" 2>&1 && return 0
+  cat "$ROOT/build/build.log" >&2
+  fail "the build failed; see above."
+}
+
+build_everything() {
+  cd "$ROOT" || return
+  [ -e build/win64/build.ninja ] || cmake --preset win64 || return
+  cmake --build --preset win64
+}
