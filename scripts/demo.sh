@@ -1,0 +1,80 @@
+# shellcheck shell=bash
+# The made-up machine: a Wine prefix of its own with the agents' services and settings, and the applet opened in it.
+# Sourced by run, after lib.sh and display.sh. WINEPREFIX is the machine.
+
+BUILT="$ROOT/build/win64"
+WINDOWS="$WINEPREFIX/drive_c/windows"
+# Programs of the machine itself, which no page knows of.
+TOOLS="$WINEPREFIX/drive_c/norvale"
+
+# put FILE TARGET: copies a built file to the machine, when the one there is another.
+put() {
+  cmp -s "$1" "$2" || install -D "$1" "$2"
+}
+
+# Every file, on every run: what was built since then is what the machine shall have.
+put_files() {
+  local agents="$WINDOWS/system32/vtnmgmt"
+  put "$BUILT/vtnmgmt.cpl" "$WINDOWS/system32/vtnmgmt.cpl"
+  [ ! -e "$BUILT/vthstutl.dll" ] || put "$BUILT/vthstutl.dll" "$WINDOWS/system32/vthstutl.dll"
+  put "$BUILT/demo/RB4USER.DLL" "$WINDOWS/system32/RB4USER.DLL"
+  put "$BUILT/demo/shares/netapi32.dll" "$WINDOWS/system32/netapi32.dll"
+  put "$BUILT/demo/VTNMHOST.DLL" "$agents/vtmghost/VTNMHOST.DLL"
+  put "$BUILT/demo/VTNCLNT.EXE" "$agents/VTNCLNT.EXE"
+  put "$BUILT/demo/AgentService.exe" "$TOOLS/AgentService.exe"
+  put "$BUILT/demo/Machine.exe" "$TOOLS/Machine.exe"
+  put "$BUILT/demo/Sheet.exe" "$TOOLS/Sheet.exe"
+}
+
+# tool NAME ARGUMENT...: runs one of the machine's own programs.
+tool() {
+  wine "C:\\norvale\\$1.exe" "${@:2}" | tr -d '\r'
+}
+
+# make_machine: makes the machine once; later calls only bring its files up to date.
+make_machine() {
+  [ -e "$WINEPREFIX/.machine" ] || say "Making the demo machine ..."
+  keep_wine
+  put_files
+  [ ! -e "$WINEPREFIX/.machine" ] || return 0
+  tool Machine make || fail "the demo machine could not be made; './run --reset' makes it anew."
+  touch "$WINEPREFIX/.machine"
+}
+
+remove_machine() {
+  say "Removing the demo machine ..."
+  stop_machine
+  rm -rf "$WINEPREFIX"
+}
+
+# start_machine [OPTION...]: brings the machine up, with what `Machine start` is to be told.
+start_machine() {
+  say "Starting the services of the demo machine ..."
+  tool Machine start "$@" || fail "the services of the demo machine did not start."
+}
+
+stop_machine() {
+  wineserver -k >/dev/null 2>&1 || true
+}
+
+# open_applet [ARGUMENT...]: opens the applet as Control Panel does, and ends when it is closed. Its shares are those
+# of the stand-in, which is put before Wine's own library.
+open_applet() {
+  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;netapi32=n,b" wine control.exe 'C:\windows\system32\vtnmgmt.cpl' "$@"
+}
+
+# save_sheet FILE GEOMETRY: a picture of the sheet.
+save_sheet() {
+  picture "$1" "$2"
+  say "Saved $1"
+}
+
+# save_pages DIRECTORY GEOMETRY: a picture of each page of the sheet, under the page's name.
+save_pages() {
+  local count index name
+  count=$(tool Sheet pages) || fail "the sheet's pages could not be counted."
+  for ((index = 0; index < count; index++)); do
+    name=$(tool Sheet page "$index") || fail "the sheet's pages could not be shown."
+    save_sheet "$1/$name.png" "$2"
+  done
+}
