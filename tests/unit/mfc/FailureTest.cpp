@@ -1,0 +1,302 @@
+// What handlers throw: it reaches the caller of DoModal or Create once, after every window is gone.
+#include "TestDialogs.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <source_location>
+#include <thread>
+
+namespace {
+
+// The number that `call` throws, none when it returns.
+template <typename Call>
+std::optional<int> ThrownBy(Call call)
+{
+    try {
+        call();
+    } catch (int number) {
+        return number;
+    }
+    return std::nullopt;
+}
+
+DWORD UserObjects()
+{
+    return GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+}
+
+struct FailureTest : testing::Test
+{
+    void SetUp() override
+    {
+        sheet.AddPage(&first);
+        sheet.AddPage(&second);
+        sheet.m_step = [this] { sheet.PressButton(PSBTN_OK); };
+        dialog.m_step = [this] { dialog.EndDialog(IDOK); };
+    }
+
+    // Runs a dialog or sheet whose handler throws, and then, with `mend` done, once more without.
+    template <typename Window>
+    void ExpectThrown(Window& window, int number, const std::function<void()>& mend,
+                      std::source_location where = std::source_location::current())
+    {
+        const testing::ScopedTrace trace(where.file_name(), static_cast<int>(where.line()),
+                                         "called from here");
+        const DWORD objects = UserObjects();
+
+        EXPECT_EQ(ThrownBy([&] { window.DoModal(); }), number);
+        EXPECT_EQ(window.m_hWnd, nullptr);
+        EXPECT_EQ(DialogsOfThread(), 0);
+        EXPECT_TRUE(owner.IsWindowEnabled());
+        EXPECT_EQ(UserObjects(), objects);
+
+        mend();
+        EXPECT_EQ(ThrownBy([&] { EXPECT_EQ(window.DoModal(), IDOK); }), std::nullopt);
+        EXPECT_EQ(ThrownBy([] { AfxThrowKeptException(); }), std::nullopt);
+    }
+
+    Log log;
+    CTestOwner owner;
+    CTestPage first{IDD_PAGE1, log, "first"};
+    CTestPage second{IDD_PAGE2, log, "second"};
+    CTestSheet sheet{&owner};
+    CTestDialog dialog{IDD_CONTROLS, &owner};
+};
+
+[[noreturn]] void Throw7()
+{
+    throw 7;
+}
+
+TEST_F(FailureTest, LeavesASheetsOnInitDialog)
+{
+    sheet.m_atInit = Throw7;
+    ExpectThrown(sheet, 7, [this] { sheet.m_atInit = nullptr; });
+}
+
+TEST_F(FailureTest, LeavesASheetsOnCreate)
+{
+    sheet.m_atCreate = Throw7;
+    ExpectThrown(sheet, 7, [this] { sheet.m_atCreate = nullptr; });
+}
+
+TEST_F(FailureTest, LeavesTheFirstPagesOnInitDialog)
+{
+    first.m_atInit = Throw7;
+    ExpectThrown(sheet, 7, [this] { first.m_atInit = nullptr; });
+}
+
+TEST_F(FailureTest, LeavesAPagesOnCreate)
+{
+    first.m_atCreate = Throw7;
+    ExpectThrown(sheet, 7, [this] { first.m_atCreate = nullptr; });
+}
+
+TEST_F(FailureTest, LeavesALaterPagesOnInitDialog)
+{
+    second.m_atInit = Throw7;
+    sheet.m_step = [this] { sheet.SetActivePage(1); };
+    ExpectThrown(sheet, 7, [this] { sheet.m_step = [this] { sheet.PressButton(PSBTN_OK); }; });
+}
+
+TEST_F(FailureTest, LeavesAPagesButton)
+{
+    first.m_atButton = Throw7;
+    sheet.m_step = [this] { first.GetDlgItem(IDC_BUTTON)->PostMessage(BM_CLICK); };
+    ExpectThrown(sheet, 7, [this] { sheet.m_step = [this] { sheet.PressButton(PSBTN_OK); }; });
+}
+
+TEST_F(FailureTest, LeavesTheOkOfThePageInFront)
+{
+    first.m_atOk = Throw7;
+    ExpectThrown(sheet, 7, [this] { first.m_atOk = nullptr; });
+}
+
+TEST_F(FailureTest, KeepsLaterPagesFromTheirOk)
+{
+    first.m_atOk = Throw7;
+    sheet.m_step = [this] {
+        sheet.SetActivePage(1);
+        log.clear();
+        sheet.PressButton(PSBTN_OK);
+    };
+
+    EXPECT_EQ(ThrownBy([this] { sheet.DoModal(); }), 7);
+    EXPECT_EQ(log, (Log{"second left", "first OK"}));
+}
+
+TEST_F(FailureTest, LeavesTheOkOfASecondPage)
+{
+    second.m_atOk = Throw7;
+    sheet.m_step = [this] {
+        sheet.SetActivePage(1);
+        sheet.PressButton(PSBTN_OK);
+    };
+    ExpectThrown(sheet, 7, [this] { second.m_atOk = nullptr; });
+}
+
+TEST_F(FailureTest, LeavesADialogsOnInitDialog)
+{
+    dialog.m_atInit = Throw7;
+    ExpectThrown(dialog, 7, [this] { dialog.m_atInit = nullptr; });
+}
+
+TEST_F(FailureTest, LeavesADialogsButton)
+{
+    dialog.m_atButton = Throw7;
+    dialog.m_step = [this] { dialog.GetDlgItem(IDC_BUTTON)->SendMessage(BM_CLICK); };
+    ExpectThrown(dialog, 7, [this] { dialog.m_step = [this] { dialog.EndDialog(IDOK); }; });
+}
+
+TEST_F(FailureTest, LeavesADialogsOk)
+{
+    dialog.m_atOk = Throw7;
+    dialog.m_step = [this] { dialog.PostMessage(WM_COMMAND, IDOK); };
+    ExpectThrown(dialog, 7, [this] { dialog.m_atOk = nullptr; });
+}
+
+// Sends a window WM_THROW from another thread, once its loop runs.
+struct ThrowFromOutside
+{
+    std::thread sender;
+
+    void Send(HWND window, int number)
+    {
+        sender = std::thread([=] { SendMessageA(window, WM_THROW, static_cast<WPARAM>(number), 0); });
+    }
+    void Wait()
+    {
+        if (sender.joinable())
+            sender.join();
+    }
+};
+
+TEST_F(FailureTest, LeavesAHandlerThatAnotherThreadSentTheMessageTo)
+{
+    ThrowFromOutside outside;
+    dialog.m_step = [&] { outside.Send(dialog, 9); };
+    ExpectThrown(dialog, 9, [&] {
+        outside.Wait();
+        dialog.m_step = [this] { dialog.EndDialog(IDOK); };
+    });
+
+    sheet.m_step = [&] { outside.Send(first, 11); };
+    ExpectThrown(sheet, 11, [&] {
+        outside.Wait();
+        sheet.m_step = [this] { sheet.PressButton(PSBTN_OK); };
+    });
+}
+
+LRESULT CALLBACK PassOn(int code, WPARAM wParam, LPARAM lParam)
+{
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(FailureTest, LeavesHandlersUnderAWindowProcedureHook)
+{
+    const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, &PassOn, nullptr, GetCurrentThreadId());
+    first.m_atInit = Throw7;
+    ExpectThrown(sheet, 7, [this] { first.m_atInit = nullptr; });
+    dialog.m_atButton = Throw7;
+    dialog.m_step = [this] { dialog.GetDlgItem(IDC_BUTTON)->SendMessage(BM_CLICK); };
+    ExpectThrown(dialog, 7, [this] { dialog.m_step = [this] { dialog.EndDialog(IDOK); }; });
+    UnhookWindowsHookEx(hook);
+}
+
+TEST_F(FailureTest, PassesThroughANestedDialogAndItsSheet)
+{
+    CTestDialog nested(IDD_CONTROLS, &first);
+    nested.m_step = Throw7;
+    first.m_atButton = [&] { nested.DoModal(); };
+    sheet.m_step = [this] { first.GetDlgItem(IDC_BUTTON)->PostMessage(BM_CLICK); };
+
+    ExpectThrown(sheet, 7, [this] { sheet.m_step = [this] { sheet.PressButton(PSBTN_OK); }; });
+    EXPECT_EQ(nested.m_hWnd, nullptr);
+}
+
+TEST_F(FailureTest, EndsOnlyTheNestedDialogWhenItsCallerCatches)
+{
+    CTestDialog nested(IDD_CONTROLS, &dialog);
+    nested.m_step = Throw7;
+    std::optional<int> caught;
+    BOOL enabled = FALSE;
+    dialog.m_step = [&] {
+        caught = ThrownBy([&] { nested.DoModal(); });
+        enabled = dialog.IsWindowEnabled();
+        dialog.EndDialog(42);
+    };
+
+    EXPECT_EQ(dialog.DoModal(), 42);
+    EXPECT_EQ(caught, 7);
+    EXPECT_TRUE(enabled);
+}
+
+TEST_F(FailureTest, EndsTheNestedDialogWhenAHandlerOfTheOuterOneThrows)
+{
+    CTestDialog nested(IDD_CONTROLS, &dialog);
+    nested.m_step = [this] { dialog.SendMessage(WM_THROW, 13); };
+    dialog.m_step = [&] { nested.DoModal(); };
+
+    ExpectThrown(dialog, 13, [&] {
+        nested.m_step = [&] { nested.EndDialog(1); };
+        dialog.m_step = [this] { dialog.EndDialog(IDOK); };
+    });
+}
+
+TEST_F(FailureTest, ThrowsTheFirstOfSeveral)
+{
+    dialog.m_step = [this] {
+        dialog.SendMessage(WM_THROW, 1);
+        throw 2;
+    };
+
+    EXPECT_EQ(ThrownBy([this] { dialog.DoModal(); }), 1);
+}
+
+TEST_F(FailureTest, RunsNoMoreHandlersOfTheWindow)
+{
+    dialog.m_step = [this] {
+        dialog.SendMessage(WM_THROW, 1);
+        dialog.GetDlgItem(IDC_BUTTON)->SendMessage(BM_CLICK);
+    };
+
+    EXPECT_EQ(ThrownBy([this] { dialog.DoModal(); }), 1);
+    EXPECT_EQ(dialog.m_buttons, 0);
+}
+
+TEST_F(FailureTest, LetsAnEndingDialogOpenNoOther)
+{
+    CTestDialog nested(IDD_CONTROLS, &dialog);
+    bool opened = false;
+    nested.m_atInit = [&] { opened = true; };
+    dialog.m_step = [&] {
+        dialog.SendMessage(WM_THROW, 1);
+        nested.DoModal();
+    };
+
+    EXPECT_EQ(ThrownBy([this] { dialog.DoModal(); }), 1);
+    EXPECT_FALSE(opened);
+}
+
+TEST_F(FailureTest, LeavesTheCreationOfAModelessDialog)
+{
+    dialog.m_atInit = Throw7;
+
+    EXPECT_EQ(ThrownBy([this] { dialog.Create(IDD_CONTROLS); }), 7);
+    EXPECT_EQ(dialog.m_hWnd, nullptr);
+    EXPECT_EQ(DialogsOfThread(), 0);
+
+    dialog.m_atInit = nullptr;
+    EXPECT_TRUE(dialog.Create(IDD_CONTROLS));
+}
+
+TEST_F(FailureTest, OutsideEveryLoopWaitsForTheProgramsOwn)
+{
+    ASSERT_TRUE(dialog.Create(IDD_CONTROLS));
+    dialog.SendMessage(WM_THROW, 21);
+
+    EXPECT_EQ(ThrownBy([] { AfxThrowKeptException(); }), 21);
+    EXPECT_EQ(ThrownBy([] { AfxThrowKeptException(); }), std::nullopt);
+}
+
+} // namespace

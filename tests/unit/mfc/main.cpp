@@ -1,0 +1,14 @@
+// The program of the class library's tests: an application object, then GoogleTest.
+#include "TestDialogs.h"
+
+#include <gtest/gtest.h>
+
+// Outlives every test; they set its main window and put it back.
+static CTestApp g_application;
+
+int main(int argc, char** argv)
+{
+    AfxWinInit(GetModuleHandleA(nullptr), nullptr, GetCommandLineA(), SW_SHOW);
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
