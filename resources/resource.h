@@ -1,5 +1,6 @@
-// Numbers of everything in the library's resources. The resource scripts, the pages and the tests include it, so it
-// holds nothing but numbers. Controls of different dialogs share numbers: each name says its dialog and its control.
+// Numbers of everything in the library's resources. The resource scripts, the pages and the tests include it,
+// so it holds nothing but numbers. Controls of different dialogs share numbers: each name says its dialog and
+// its control.
 #pragma once
 
 #ifndef IDC_STATIC

@@ -21,7 +21,8 @@ class Leak : public AppletTest
         m_host.PressCancel();
     }
 
-    // Opens the sheet on a machine that refuses its configuration: while the pages load, or when they are saved.
+    // Opens the sheet on a machine that refuses its configuration: while the pages load, or when they are
+    // saved.
     void OpenRefused()
     {
         m_machine.sasAgent.Delete();
@@ -92,16 +93,18 @@ TEST_F(Leak, MessagesThatOpenNothingLeaveNothing)
 TEST_F(Leak, EachInitFreesTheHelpPathOfTheLastOne)
 {
     int copies = 0;
-    auto copy = support::HookImport<decltype(_strdup)>(m_host.Module(), "_strdup", [&](auto original, const char* text) {
-        ++copies;
-        return original(text);
-    });
+    auto copy = support::HookImport<decltype(_strdup)>(m_host.Module(), "_strdup",
+                                                       [&](auto original, const char* text) {
+                                                           ++copies;
+                                                           return original(text);
+                                                       });
     int freed = 0;
-    auto release = support::HookImport<decltype(free)>(m_host.Module(), "free", [&](auto original, void* memory) {
-        if (memory != nullptr)
-            ++freed;
-        original(memory);
-    });
+    auto release =
+        support::HookImport<decltype(free)>(m_host.Module(), "free", [&](auto original, void* memory) {
+            if (memory != nullptr)
+                ++freed;
+            original(memory);
+        });
     m_host.Send(CPL_INIT);
     EXPECT_EQ(copies, 1);
     EXPECT_EQ(freed, 1);
