@@ -41,12 +41,15 @@ bool CWnd::Bind(HWND hWnd, Binding binding)
 
 bool CWnd::TakeProcedure(HWND hWnd)
 {
+    std::map<HWND, WNDPROC>& super = CThreadState::Get().m_super;
+    // Given back earlier, but under somebody else's subclassing: our procedure is still in the chain.
+    if (super.contains(hWnd))
+        return true;
     const auto own = reinterpret_cast<LONG_PTR>(&AfxWndProc);
-    const LONG_PTR before = ::SetWindowLongPtrA(hWnd, GWLP_WNDPROC, own);
-    // A window that was given back under a later subclassing still has our procedure and remembers its own.
-    if (before != 0 && before != own)
-        CThreadState::Get().m_super[hWnd] = reinterpret_cast<WNDPROC>(before);
-    return before != 0;
+    const auto before = reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hWnd, GWLP_WNDPROC, own));
+    if (before != nullptr)
+        super[hWnd] = before;
+    return before != nullptr;
 }
 
 HWND CWnd::Unbind()
