@@ -21,7 +21,6 @@ static void Detach()
     CWinApp* application = AfxGetStaticModuleState()->m_pCurrentWinApp;
     if (application != nullptr)
         AfxGuard([application] { return application->ExitInstance(); }, 0);
-    CThreadState::Release();
 }
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved);

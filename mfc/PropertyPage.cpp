@@ -118,6 +118,5 @@ LRESULT CPropertyPage::FailureAnswer(UINT message, WPARAM wParam, LPARAM lParam)
 
 void CPropertyPage::PostNcDestroy()
 {
-    m_creation.reset();
     m_shownBefore = false;
 }

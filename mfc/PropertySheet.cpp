@@ -74,6 +74,9 @@ INT_PTR CPropertySheet::DoModal()
         RunLoop();
     }
     DestroyWindow();
+    // A page whose template is missing would still be waiting for its window.
+    for (CPropertyPage* page : m_pages)
+        page->m_creation.reset();
     scope.Rethrow();
     return m_result;
 }

@@ -3,21 +3,58 @@
 
 #include "afxwin.h"
 
+#include <new>
 #include <utility>
 
-// A plain pointer: a thread-local object with a destructor would keep the library from being unloaded.
-static thread_local CThreadState* t_state = nullptr;
+namespace {
+
+// Where each thread's state hangs. Windows' own slots rather than thread_local, whose values are gone before
+// DllMain hears of a thread's end and whose destructors would keep the library from being unloaded.
+class CThreadSlot
+{
+  public:
+    CThreadSlot() : m_index(::TlsAlloc())
+    {
+        if (m_index == TLS_OUT_OF_INDEXES)
+            throw std::bad_alloc();
+    }
+    ~CThreadSlot()
+    {
+        Set(nullptr);
+        ::TlsFree(m_index);
+    }
+    CThreadSlot(const CThreadSlot&) = delete;
+    CThreadSlot& operator=(const CThreadSlot&) = delete;
+
+    [[nodiscard]] CThreadState* Get() const { return static_cast<CThreadState*>(::TlsGetValue(m_index)); }
+    void Set(CThreadState* state)
+    {
+        delete Get();
+        ::TlsSetValue(m_index, state);
+    }
+
+  private:
+    DWORD m_index;
+};
+
+CThreadSlot& Slot()
+{
+    static CThreadSlot slot;
+    return slot;
+}
+
+} // namespace
 
 CThreadState& CThreadState::Get()
 {
-    if (t_state == nullptr)
-        t_state = new CThreadState;
-    return *t_state;
+    if (Slot().Get() == nullptr)
+        Slot().Set(new CThreadState);
+    return *Slot().Get();
 }
 
 void CThreadState::Release()
 {
-    delete std::exchange(t_state, nullptr);
+    Slot().Set(nullptr);
 }
 
 CWnd* CThreadState::FindPermanent(HWND hWnd) const

@@ -26,7 +26,7 @@ class CThreadState
 
     // The calling thread's, made on first use.
     static CThreadState& Get();
-    // Frees the calling thread's; its windows must be gone.
+    // Frees the calling thread's, for a thread that ends; its windows must be gone.
     static void Release();
 
     CThreadState() = default;
@@ -37,6 +37,7 @@ class CThreadState
     CWnd* MakeTemporary(HWND hWnd);
     // Deletes the temporary objects made in the modal loop of that depth and in those inside it.
     void FreeTemporaries(unsigned depth);
+    [[nodiscard]] size_t CountTemporaries() const { return m_temporaries.size(); }
 
     // What a window did before AfxWndProc took its place.
     LRESULT CallSuper(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) const;

@@ -9,6 +9,12 @@ CWnd* CWnd::GetDlgItem(int nID) const
     return FromHandle(::GetDlgItem(m_hWnd, nID));
 }
 
+CWnd* CWnd::GetOwner() const
+{
+    const HWND owner = ::GetWindow(m_hWnd, GW_OWNER);
+    return owner == nullptr ? GetParent() : FromHandle(owner);
+}
+
 CWnd* CWnd::SetParent(CWnd* pWndNewParent)
 {
     return FromHandle(::SetParent(m_hWnd, AfxHandleOf(pWndNewParent)));

@@ -51,6 +51,8 @@ class CPropertyPage : public CDialog
     void PostNcDestroy() override;
 
   private:
+    friend class CPropertySheet;
+
     static UINT CALLBACK PageCallback(HWND hWnd, UINT message, PROPSHEETPAGEA* page);
     void RecordOutcome(int outcome) const;
 

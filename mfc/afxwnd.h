@@ -54,8 +54,8 @@ class CWnd : public CCmdTarget
     [[nodiscard]] CWnd* GetDlgItem(int nID) const;
     [[nodiscard]] int GetDlgCtrlID() const { return ::GetDlgCtrlID(m_hWnd); }
     [[nodiscard]] CWnd* GetParent() const { return FromHandle(::GetParent(m_hWnd)); }
-    // The owner of a top-level window.
-    [[nodiscard]] CWnd* GetOwner() const { return FromHandle(::GetWindow(m_hWnd, GW_OWNER)); }
+    // The owner of a top-level window, the parent of any other.
+    [[nodiscard]] CWnd* GetOwner() const;
     CWnd* SetParent(CWnd* pWndNewParent);
 
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;

@@ -1,5 +1,6 @@
 // What handlers throw: it reaches the caller of DoModal or Create once, after every window is gone.
 #include "TestDialogs.h"
+#include "ThreadState.h"
 
 #include <gtest/gtest.h>
 #include <optional>
@@ -49,6 +50,12 @@ struct FailureTest : testing::Test
         EXPECT_EQ(DialogsOfThread(), 0);
         EXPECT_TRUE(owner.IsWindowEnabled());
         EXPECT_EQ(UserObjects(), objects);
+        // Nothing is bound but the owner, and nothing waits for a window.
+        const CThreadState& state = CThreadState::Get();
+        EXPECT_EQ(state.m_permanent.size(), 1U);
+        EXPECT_EQ(state.m_super.size(), 1U);
+        EXPECT_EQ(state.m_creation, nullptr);
+        EXPECT_EQ(state.m_scope, nullptr);
 
         mend();
         EXPECT_EQ(ThrownBy([&] { EXPECT_EQ(window.DoModal(), IDOK); }), std::nullopt);

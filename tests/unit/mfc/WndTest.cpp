@@ -1,5 +1,6 @@
 // CWnd: objects and windows finding and leaving each other.
 #include "TestDialogs.h"
+#include "ThreadState.h"
 
 #include <gtest/gtest.h>
 #include <thread>
@@ -75,6 +76,7 @@ TEST_F(WndTest, IsBoundBeforeItsWindowsFirstMessages)
     EXPECT_EQ(edit.m_width, 50);
     EXPECT_EQ(edit.GetDlgCtrlID(), 77);
     EXPECT_EQ(edit.GetParent(), &owner);
+    EXPECT_EQ(edit.GetOwner(), &owner);
 }
 
 TEST_F(WndTest, MayRefuseItsCreation)
@@ -267,27 +269,39 @@ TEST_F(WndTest, HasTemporaryObjectsForOtherWindows)
     EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
 }
 
-TEST_F(WndTest, KeepsTemporaryObjectsForOneHandlerAndThoseMadeBeforeTheLoop)
+TEST_F(WndTest, KeepsTemporaryObjectsUntilTheirHandlerReturns)
 {
-    const HWND window = MakeEdit();
-    CWnd* before = CWnd::FromHandle(owner.m_hWnd);
-    CWnd* outside = CWnd::FromHandle(window);
     CTestDialog dialog(IDD_CONTROLS, &owner);
-    HWND button = nullptr;
-    dialog.m_atButton = [&] { dialog.EndDialog(1); };
+    const CThreadState& state = CThreadState::Get();
+    const size_t before = state.CountTemporaries();
+    size_t inNextHandler = 0;
+    dialog.m_atButton = [&] {
+        inNextHandler = state.CountTemporaries();
+        dialog.EndDialog(1);
+    };
     dialog.m_step = [&] {
         CWnd* made = dialog.GetDlgItem(IDC_BUTTON);
-        button = made->m_hWnd;
-        dialog.GetDlgItem(IDC_EDIT)->SetWindowText("nested messages come and go");
+        dialog.GetDlgItem(IDC_EDIT)->SetWindowText("messages inside a handler leave them alone");
+        EXPECT_EQ(state.CountTemporaries(), before + 2);
         EXPECT_EQ(made, dialog.GetDlgItem(IDC_BUTTON));
-        EXPECT_EQ(made->m_hWnd, button);
         made->PostMessage(BM_CLICK);
     };
     dialog.DoModal();
 
-    EXPECT_EQ(before, &owner);
-    EXPECT_EQ(CWnd::FromHandle(window), outside);
-    EXPECT_EQ(outside->m_hWnd, window);
+    EXPECT_EQ(inNextHandler, before);
+    EXPECT_EQ(state.CountTemporaries(), before);
+}
+
+TEST_F(WndTest, KeepsTemporaryObjectsMadeBeforeALoop)
+{
+    CWnd* outside = CWnd::FromHandle(MakeEdit());
+    const size_t before = CThreadState::Get().CountTemporaries();
+    CTestDialog dialog(IDD_CONTROLS, &owner);
+    dialog.m_step = [&] { dialog.EndDialog(1); };
+    dialog.DoModal();
+
+    EXPECT_EQ(CThreadState::Get().CountTemporaries(), before);
+    EXPECT_EQ(CWnd::FromHandle(outside->m_hWnd), outside);
 }
 
 TEST_F(WndTest, DestroysNoWindowWithATemporaryObject)
