@@ -30,9 +30,17 @@ make_prefix() {
 fill_prefix() {
   mkdir -p "$WINEPREFIX"
   wineboot -i >/dev/null 2>&1 9>&- || fail "Wine could not make its prefix in $WINEPREFIX; try 'wineboot -i' by hand."
+  give_fonts 9>&-
   use_virtual_desktop 9>&-
   wineserver -w 9>&-
   touch "$WINEPREFIX/.ready"
+}
+
+# Wine does not find its own fonts where Debian puts them, and the closest that it then finds have other widths. The
+# Japanese dialog font is one of even width unless Wine is told of the proportional one.
+give_fonts() {
+  cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+  wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'MS UI Gothic' /d 'VL PGothic' /f >/dev/null
 }
 
 # keep_wine: Wine stays up from one program to the next, until `wineserver -k`. Its services are started here, away

@@ -3,7 +3,7 @@
 
 # The Debian packages, in one place: to build, to run and take pictures, for a Japanese system, to check sources.
 BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
-RUN_PACKAGES=(wine wine64 fonts-wine xvfb x11-utils imagemagick)
+RUN_PACKAGES=(wine wine64 fonts-wine fonts-liberation xvfb x11-utils imagemagick)
 JAPANESE_PACKAGES=(locales fonts-vlgothic)
 CHECK_PACKAGES=(clang-format-14 shellcheck)
 
