@@ -2,7 +2,7 @@
 // labels come before what they name.
 #include "resources/resource.h"
 #include "tests/unit/resources/DialogWindow.h"
-#include "tests/unit/resources/RequiredTexts.h"
+#include "tests/unit/resources/ExpectedTexts.h"
 #include "tests/unit/resources/ResourceReader.h"
 
 #include <gtest/gtest.h>
@@ -41,9 +41,9 @@ template <typename Check>
 void ForEachDialog(Check check)
 {
     for (const LANGID language : {kEnglish, kJapanese}) {
-        for (const RequiredDialog& required : RequiredDialogs()) {
-            SCOPED_TRACE(std::string(LanguageName(language)) + ' ' + std::to_string(required.id));
-            check(DialogWindow(required.id, language));
+        for (const ExpectedDialog& expected : ExpectedDialogs()) {
+            SCOPED_TRACE(std::string(LanguageName(language)) + ' ' + std::to_string(expected.id));
+            check(DialogWindow(expected.id, language));
         }
     }
 }
@@ -73,8 +73,8 @@ TEST(DialogLayout, LetsNoTwoControlsOverlap)
 TEST(DialogLayout, KeepsSevenUnitsFreeAtTheEdgesOfAPage)
 {
     ForEachPage([](const DialogWindow& dialog) {
-        const RequiredDialog& required = RequiredDialogOf(dialog.Id());
-        RECT inner = dialog.ToPixels({7, 7, required.width - 7, required.height - 7});
+        const ExpectedDialog& expected = ExpectedDialogOf(dialog.Id());
+        RECT inner = dialog.ToPixels({7, 7, expected.width - 7, expected.height - 7});
         // Place and size of a control are rounded to pixels one by one.
         InflateRect(&inner, 1, 1);
         for (const DialogControl& control : dialog.Controls())

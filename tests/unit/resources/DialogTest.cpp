@@ -1,7 +1,7 @@
 // The dialogs: every control with its number, kind and English text, and the same dialog in Japanese.
 #include "resources/resource.h"
 #include "tests/unit/resources/DialogWindow.h"
-#include "tests/unit/resources/RequiredTexts.h"
+#include "tests/unit/resources/ExpectedTexts.h"
 #include "tests/unit/resources/ResourceReader.h"
 
 #include <algorithm>
@@ -10,8 +10,8 @@
 
 namespace {
 
-// Styles that have to be exactly as required, set or clear; the others are only looked at where they are
-// required.
+// Styles that have to be exactly as expected, set or clear; the others are only looked at where they are
+// expected.
 DWORD ExactStyles(const std::string& windowClass)
 {
     if (windowClass == "Button")
@@ -24,12 +24,12 @@ DWORD ExactStyles(const std::string& windowClass)
     return windowClass == "ComboBox" ? CBS_DROPDOWNLIST | CBS_SORT | WS_DISABLED : SS_TYPEMASK | WS_DISABLED;
 }
 
-void ExpectControl(const DialogControl& control, const RequiredControl& required)
+void ExpectControl(const DialogControl& control, const ExpectedControl& expected)
 {
-    EXPECT_EQ(control.id, required.id);
-    EXPECT_EQ(control.windowClass, required.windowClass);
-    const DWORD looked = ExactStyles(required.windowClass) | required.styles;
-    EXPECT_EQ(control.style & looked, required.styles);
+    EXPECT_EQ(control.id, expected.id);
+    EXPECT_EQ(control.windowClass, expected.windowClass);
+    const DWORD looked = ExactStyles(expected.windowClass) | expected.styles;
+    EXPECT_EQ(control.style & looked, expected.styles);
     EXPECT_EQ(control.IsVisible(), control.id != IDC_PROCMON_NEW_NAME);
 }
 
@@ -60,12 +60,12 @@ using DialogAndLanguage = std::tuple<int, LANGID>;
 class EachDialog : public testing::TestWithParam<DialogAndLanguage>
 {
   protected:
-    EachDialog() : m_required(RequiredDialogOf(Id())), m_dialog(Id(), Language()) {}
+    EachDialog() : m_expected(ExpectedDialogOf(Id())), m_dialog(Id(), Language()) {}
 
     static int Id() { return std::get<0>(GetParam()); }
     static LANGID Language() { return std::get<1>(GetParam()); }
 
-    const RequiredDialog& m_required;
+    const ExpectedDialog& m_expected;
     DialogWindow m_dialog;
 };
 
@@ -81,37 +81,37 @@ INSTANTIATE_TEST_SUITE_P(Dialogs, EachDialog,
 
 TEST(Dialogs, AreTheOnesOfTheTableInBothLanguages)
 {
-    std::set<int> required;
-    for (const RequiredDialog& dialog : RequiredDialogs())
-        required.insert(dialog.id);
+    std::set<int> expected;
+    for (const ExpectedDialog& dialog : ExpectedDialogs())
+        expected.insert(dialog.id);
 
     // RT_DIALOG
-    EXPECT_EQ(ResourceIds(MAKEINTRESOURCEW(5), kEnglish), required);
-    EXPECT_EQ(ResourceIds(MAKEINTRESOURCEW(5), kJapanese), required);
+    EXPECT_EQ(ResourceIds(MAKEINTRESOURCEW(5), kEnglish), expected);
+    EXPECT_EQ(ResourceIds(MAKEINTRESOURCEW(5), kJapanese), expected);
 }
 
-TEST_P(EachDialog, HasTheRequiredControlsInTheirOrder)
+TEST_P(EachDialog, HasTheExpectedControlsInTheirOrder)
 {
-    ASSERT_EQ(m_dialog.Controls().size(), m_required.controls.size());
-    for (size_t i = 0; i < m_required.controls.size(); ++i) {
-        SCOPED_TRACE(m_required.controls[i].id);
-        ExpectControl(m_dialog.Controls()[i], m_required.controls[i]);
+    ASSERT_EQ(m_dialog.Controls().size(), m_expected.controls.size());
+    for (size_t i = 0; i < m_expected.controls.size(); ++i) {
+        SCOPED_TRACE(m_expected.controls[i].id);
+        ExpectControl(m_dialog.Controls()[i], m_expected.controls[i]);
     }
 }
 
-TEST_P(EachDialog, HasTheRequiredSize)
+TEST_P(EachDialog, HasTheExpectedSize)
 {
-    const RECT units = m_dialog.ToPixels({0, 0, m_required.width, m_required.height});
+    const RECT units = m_dialog.ToPixels({0, 0, m_expected.width, m_expected.height});
     RECT client;
     GetClientRect(m_dialog.Handle(), &client);
     EXPECT_EQ(client.right, units.right);
     EXPECT_EQ(client.bottom, units.bottom);
 }
 
-TEST_P(EachDialog, HasTheRequiredKindOfWindow)
+TEST_P(EachDialog, HasTheExpectedKindOfWindow)
 {
     const DWORD looked = WS_POPUP | WS_CHILD | WS_VISIBLE | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
-    EXPECT_EQ(m_dialog.Style() & looked, m_required.styles);
+    EXPECT_EQ(m_dialog.Style() & looked, m_expected.styles);
 }
 
 TEST_P(EachDialog, UsesTheShellsFont)
@@ -154,28 +154,31 @@ TEST_P(EachDialog, HasNoTextThatItsCodePageLoses)
     }
 }
 
-TEST(EnglishDialogs, HaveTheRequiredTextsToTheLetter)
+TEST(EnglishDialogs, HaveTheExpectedTextsToTheLetter)
 {
-    for (const RequiredDialog& required : RequiredDialogs()) {
-        const DialogWindow dialog(required.id, kEnglish);
+    for (const ExpectedDialog& expected : ExpectedDialogs()) {
+        const DialogWindow dialog(expected.id, kEnglish);
         wchar_t caption[64] = {};
         GetWindowTextW(dialog.Handle(), caption, 64);
-        EXPECT_EQ(ToUtf8(caption), required.caption);
-        ASSERT_EQ(dialog.Controls().size(), required.controls.size());
-        for (size_t i = 0; i < required.controls.size(); ++i)
-            EXPECT_EQ(ToUtf8(dialog.Controls()[i].text), required.controls[i].text) << required.id;
+        EXPECT_EQ(ToUtf8(caption), expected.caption);
+        ASSERT_EQ(dialog.Controls().size(), expected.controls.size());
+        for (size_t i = 0; i < expected.controls.size(); ++i)
+            EXPECT_EQ(ToUtf8(dialog.Controls()[i].text), expected.controls[i].text) << expected.id;
     }
 }
 
-TEST(JapaneseDialogs, PutTheAccessKeyInParenthesesBehindTheText)
+// No keyboard has a key for a kana or an ideograph.
+TEST(JapaneseDialogs, PutALatinAccessKeyInParenthesesBehindTheText)
 {
-    for (const RequiredDialog& required : RequiredDialogs()) {
-        const DialogWindow dialog(required.id, kJapanese);
+    for (const ExpectedDialog& expected : ExpectedDialogs()) {
+        const DialogWindow dialog(expected.id, kJapanese);
         for (const DialogControl& control : dialog.Controls()) {
-            const std::wstring key = {L'(', L'&', AccessKey(control), L')'};
-            if (AccessKey(control) != 0) {
-                EXPECT_NE(control.text.find(key), std::wstring::npos) << required.id << ' ' << control.id;
-            }
+            const wchar_t key = AccessKey(control);
+            if (key == 0)
+                continue;
+            EXPECT_TRUE(key >= L'A' && key <= L'Z') << expected.id << ' ' << control.id;
+            EXPECT_NE(control.text.find(std::wstring{L'(', L'&', key, L')'}), std::wstring::npos)
+                << expected.id << ' ' << control.id;
         }
     }
 }

@@ -2,7 +2,7 @@
 // time.
 #include "resources/resource.h"
 #include "tests/unit/resources/DialogWindow.h"
-#include "tests/unit/resources/RequiredTexts.h"
+#include "tests/unit/resources/ExpectedTexts.h"
 #include "tests/unit/resources/ResourceReader.h"
 
 #include <gtest/gtest.h>
@@ -73,11 +73,11 @@ TEST(DialogFont, HasJapaneseGlyphs)
 TEST(DialogTextFit, LeavesNoTextCutOff)
 {
     for (const LANGID language : kLanguages) {
-        for (const RequiredDialog& required : RequiredDialogs()) {
-            const DialogWindow dialog(required.id, language);
+        for (const ExpectedDialog& expected : ExpectedDialogs()) {
+            const DialogWindow dialog(expected.id, language);
             for (const DialogControl& control : dialog.Controls()) {
                 if (ShowsItsText(control)) {
-                    EXPECT_TRUE(Fits(dialog, control, control.text)) << required.id << ' ' << control.id;
+                    EXPECT_TRUE(Fits(dialog, control, control.text)) << expected.id << ' ' << control.id;
                 }
             }
         }

@@ -1,6 +1,6 @@
 // The string table: the English texts to the letter, the Japanese ones matching them.
 #include "resources/resource.h"
-#include "tests/unit/resources/RequiredTexts.h"
+#include "tests/unit/resources/ExpectedTexts.h"
 #include "tests/unit/resources/ResourceReader.h"
 
 #include <algorithm>
@@ -40,68 +40,68 @@ INSTANTIATE_TEST_SUITE_P(StringTable, EachLanguage, testing::Values(kEnglish, kJ
 
 TEST(StringTable, HoldsTheEnglishTextsToTheLetter)
 {
-    for (const RequiredString& required : RequiredStrings())
-        EXPECT_EQ(ToUtf8(FindString(required.id, kEnglish).value_or(L"")), required.text) << required.id;
+    for (const ExpectedString& expected : ExpectedStrings())
+        EXPECT_EQ(ToUtf8(FindString(expected.id, kEnglish).value_or(L"")), expected.text) << expected.id;
 }
 
 TEST_P(EachLanguage, HasTheNumbersOfTheTableAndNoOthers)
 {
-    std::set<UINT> required;
-    for (const RequiredString& string : RequiredStrings())
-        required.insert(string.id);
+    std::set<UINT> expected;
+    for (const ExpectedString& string : ExpectedStrings())
+        expected.insert(string.id);
 
-    EXPECT_EQ(StringIds(GetParam()), required);
+    EXPECT_EQ(StringIds(GetParam()), expected);
 }
 
 TEST(StringTable, PutsTheSameValuesIntoJapaneseTexts)
 {
-    for (const RequiredString& required : RequiredStrings()) {
-        const std::wstring japanese = FindString(required.id, kJapanese).value_or(L"");
-        EXPECT_EQ(Placeholders(japanese), Placeholders(FromUtf8(required.text))) << required.id;
+    for (const ExpectedString& expected : ExpectedStrings()) {
+        const std::wstring japanese = FindString(expected.id, kJapanese).value_or(L"");
+        EXPECT_EQ(Placeholders(japanese), Placeholders(FromUtf8(expected.text))) << expected.id;
     }
 }
 
 TEST(StringTable, BreaksJapaneseTextsIntoTheSameParagraphs)
 {
-    for (const RequiredString& required : RequiredStrings()) {
-        const std::wstring japanese = FindString(required.id, kJapanese).value_or(L"");
-        const std::wstring english = FromUtf8(required.text);
-        EXPECT_EQ(std::ranges::count(japanese, L'\n'), std::ranges::count(english, L'\n')) << required.id;
+    for (const ExpectedString& expected : ExpectedStrings()) {
+        const std::wstring japanese = FindString(expected.id, kJapanese).value_or(L"");
+        const std::wstring english = FromUtf8(expected.text);
+        EXPECT_EQ(std::ranges::count(japanese, L'\n'), std::ranges::count(english, L'\n')) << expected.id;
     }
 }
 
 TEST(StringTable, IsTranslatedWhereverTheTextIsMoreThanTheProductsName)
 {
-    for (const RequiredString& required : RequiredStrings()) {
-        const std::wstring japanese = FindString(required.id, kJapanese).value_or(L"");
+    for (const ExpectedString& expected : ExpectedStrings()) {
+        const std::wstring japanese = FindString(expected.id, kJapanese).value_or(L"");
         const bool translated = std::ranges::any_of(japanese, [](wchar_t c) { return c >= 0x3000; });
-        EXPECT_NE(translated, required.id == IDS_APPLET_NAME) << required.id;
+        EXPECT_NE(translated, expected.id == IDS_APPLET_NAME) << expected.id;
     }
 }
 
 TEST_P(EachLanguage, HasNoStrayCharacters)
 {
-    for (const RequiredString& required : RequiredStrings()) {
-        const std::wstring text = FindString(required.id, GetParam()).value_or(L"");
+    for (const ExpectedString& expected : ExpectedStrings()) {
+        const std::wstring text = FindString(expected.id, GetParam()).value_or(L"");
         const bool stray = std::ranges::any_of(text, [](wchar_t c) {
             return (c < L' ' && c != L'\n') || c == 0x7F || c == 0x3000 || c == 0xFEFF || c == 0xFFFD;
         });
-        EXPECT_FALSE(stray) << required.id;
-        EXPECT_FALSE(text.ends_with(L' ') || text.starts_with(L' ')) << required.id;
-        EXPECT_EQ(text.find(L" \n"), std::wstring::npos) << required.id;
+        EXPECT_FALSE(stray) << expected.id;
+        EXPECT_FALSE(text.ends_with(L' ') || text.starts_with(L' ')) << expected.id;
+        EXPECT_EQ(text.find(L" \n"), std::wstring::npos) << expected.id;
     }
 }
 
 TEST(StringTable, SurvivesTheJapaneseCodePage)
 {
-    for (const RequiredString& required : RequiredStrings())
-        EXPECT_TRUE(ToCodePage(FindString(required.id, kJapanese).value_or(L"\xFFFD"), 932)) << required.id;
+    for (const ExpectedString& expected : ExpectedStrings())
+        EXPECT_TRUE(ToCodePage(FindString(expected.id, kJapanese).value_or(L"\xFFFD"), 932)) << expected.id;
 }
 
 TEST(StringTable, IsPlainAsciiInEnglish)
 {
-    for (const RequiredString& required : RequiredStrings())
-        EXPECT_TRUE(ToCodePage(FindString(required.id, kEnglish).value_or(L"\xFFFD"), 20127)) << required.id;
+    for (const ExpectedString& expected : ExpectedStrings())
+        EXPECT_TRUE(ToCodePage(FindString(expected.id, kEnglish).value_or(L"\xFFFD"), 20127)) << expected.id;
 }
 
 TEST(StringTable, NumbersTheIntervalsAndOptionsInTheirOrder)

@@ -1,13 +1,13 @@
 // What the English resources hold. The numbers stand here as numbers, so that a slip in resource.h shows as
 // well.
-#include "tests/unit/resources/RequiredTexts.h"
+#include "tests/unit/resources/ExpectedTexts.h"
 
 #include <stdexcept>
 #include <string>
 
 namespace {
 
-constexpr RequiredString kStrings[] = {
+constexpr ExpectedString kStrings[] = {
     {1, "Norvale Management Agents"},
     {2, "Configures the Norvale Management Agents"},
     {79, "The Management Agents configuration has been changed.\n\nWould you like to restart the "
@@ -98,7 +98,7 @@ constexpr DWORD kField = ES_AUTOHSCROLL | WS_TABSTOP;
 constexpr DWORD kList = LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP;
 constexpr DWORD kDropDownList = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
 
-constexpr RequiredControl kServices[] = {
+constexpr ExpectedControl kServices[] = {
     {1000, "Button", BS_GROUPBOX, "Manage Agents"},
     {1002, "Static", 0, "A&ctive Agents:"},
     {1001, "ListBox", kList, ""},
@@ -108,7 +108,7 @@ constexpr RequiredControl kServices[] = {
     {1004, "ListBox", kList, ""},
 };
 
-constexpr RequiredControl kEvent[] = {
+constexpr ExpectedControl kEvent[] = {
     {1010, "Button", BS_GROUPBOX, "Remote Event Log Destinations"},
     {1022, "Static", 0, "&User Name:"},
     {1024, "Edit", kField, ""},
@@ -122,7 +122,7 @@ constexpr RequiredControl kEvent[] = {
     {1014, "ListBox", kList, ""},
 };
 
-constexpr RequiredControl kSnmp[] = {
+constexpr ExpectedControl kSnmp[] = {
     {1015, "Button", BS_GROUPBOX, "SNMP Settings"},
     {1023, "Static", 0, "Server Role"},
     {1061, "Edit", kField, ""},
@@ -137,7 +137,7 @@ constexpr RequiredControl kSnmp[] = {
     {1032, "Button", kPush, "&Clear All Thresholds"},
 };
 
-constexpr RequiredControl kClient[] = {
+constexpr ExpectedControl kClient[] = {
     {1008, "Button", BS_GROUPBOX, ""},
     {1013, "Button", kCheck, "&Enable Desktop Management"},
     {1032, "Static", 0,
@@ -151,7 +151,7 @@ constexpr RequiredControl kClient[] = {
     {1012, "Button", kPush, "..."},
 };
 
-constexpr RequiredControl kBoard[] = {
+constexpr ExpectedControl kBoard[] = {
     {1026, "Button", BS_GROUPBOX, "Remote Lumora Management Board Settings"},
     {1027, "Button", kCheck, "Enable the &Battery"},
     {1028, "Button", kCheck, "Enable Remote &Alerting"},
@@ -159,11 +159,11 @@ constexpr RequiredControl kBoard[] = {
     {1030, "Button", kPush, "&Reset Remote Lumora Board"},
 };
 
-constexpr RequiredControl kPleaseWait[] = {
+constexpr ExpectedControl kPleaseWait[] = {
     {1031, "Static", SS_CENTER, "\n\nPlease wait..."},
 };
 
-constexpr RequiredControl kProcMon[] = {
+constexpr ExpectedControl kProcMon[] = {
     {1042, "Button", BS_GROUPBOX, "Monitor Processes"},
     {-1, "Static", 0, "Process"},
     {-1, "Static", 0, "Monitor Option"},
@@ -178,7 +178,7 @@ constexpr RequiredControl kProcMon[] = {
     {1044, "Button", kPush | WS_DISABLED, "&Delete"},
 };
 
-constexpr RequiredControl kStorage[] = {
+constexpr ExpectedControl kStorage[] = {
     {1058, "Button", BS_GROUPBOX, "Storage Settings"},
     {1059, "Button", kCheck, "&Disable Fibre Agent Tape Support"},
     {1062, "Button", kCheck, "&Disable Quenta Array Agent Tape Support"},
@@ -186,7 +186,7 @@ constexpr RequiredControl kStorage[] = {
     {1064, "Button", kCheck, "&Disable Quenta Array Performance Monitoring"},
 };
 
-constexpr RequiredDialog kDialogs[] = {
+constexpr ExpectedDialog kDialogs[] = {
     {129, 281, 132, kPage, "Services", kServices},
     {130, 281, 132, kPage, "Event Log", kEvent},
     {131, 281, 156, kPage, "SNMP Settings", kSnmp},
@@ -199,19 +199,19 @@ constexpr RequiredDialog kDialogs[] = {
 
 } // namespace
 
-std::span<const RequiredString> RequiredStrings()
+std::span<const ExpectedString> ExpectedStrings()
 {
     return kStrings;
 }
 
-std::span<const RequiredDialog> RequiredDialogs()
+std::span<const ExpectedDialog> ExpectedDialogs()
 {
     return kDialogs;
 }
 
-const RequiredDialog& RequiredDialogOf(int id)
+const ExpectedDialog& ExpectedDialogOf(int id)
 {
-    for (const RequiredDialog& dialog : kDialogs) {
+    for (const ExpectedDialog& dialog : kDialogs) {
         if (dialog.id == id)
             return dialog;
     }

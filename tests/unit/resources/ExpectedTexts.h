@@ -6,13 +6,13 @@
 #include <span>
 #include <windows.h>
 
-struct RequiredString
+struct ExpectedString
 {
     UINT id;
     const char* text;
 };
 
-struct RequiredControl
+struct ExpectedControl
 {
     int id;
     const char* windowClass;
@@ -20,18 +20,18 @@ struct RequiredControl
     const char* text;
 };
 
-struct RequiredDialog
+struct ExpectedDialog
 {
     int id;
     int width; // dialog units, like the height
     int height;
     DWORD styles;
     const char* caption;
-    std::span<const RequiredControl> controls; // in tab order
+    std::span<const ExpectedControl> controls; // in tab order
 };
 
-[[nodiscard]] std::span<const RequiredString> RequiredStrings();
-[[nodiscard]] std::span<const RequiredDialog> RequiredDialogs();
+[[nodiscard]] std::span<const ExpectedString> ExpectedStrings();
+[[nodiscard]] std::span<const ExpectedDialog> ExpectedDialogs();
 
 // Throws std::out_of_range for a number that the table does not have.
-[[nodiscard]] const RequiredDialog& RequiredDialogOf(int id);
+[[nodiscard]] const ExpectedDialog& ExpectedDialogOf(int id);
