@@ -156,7 +156,9 @@ BOOL CPropertySheet::PressButton(int nButton)
 
 BOOL CPropertySheet::OnInitDialog()
 {
-    return static_cast<BOOL>(Default());
+    const auto result = static_cast<BOOL>(Default());
+    CenterWindow();
+    return result;
 }
 
 BOOL CPropertySheet::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)

@@ -93,8 +93,8 @@ class CPropertySheet : public CWnd
     // As if the user pressed PSBTN_OK, PSBTN_CANCEL, PSBTN_HELP, ...; posted.
     BOOL PressButton(int nButton);
 
-    // After the system has filled the sheet, whose first page is then in front. The base returns what it
-    // answers.
+    // After the system has filled the sheet, whose first page is then in front. The base centres the sheet
+    // over its owner and returns what the system answers.
     virtual BOOL OnInitDialog();
 
     // Commands that the sheet does not handle go on to its parent window's object and the application object.

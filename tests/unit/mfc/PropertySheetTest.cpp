@@ -115,6 +115,19 @@ TEST_F(SheetTest, StartsWithTheSelectedPage)
     EXPECT_EQ(log, (Log{"second init", "second shown"}));
 }
 
+TEST_F(SheetTest, AppearsInTheMiddleOfTheWorkAreaWithoutAnOwner)
+{
+    CRect work;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, static_cast<RECT*>(&work), 0);
+    CRect place;
+    Run([&] {
+        sheet.GetWindowRect(&place);
+        sheet.PressButton(PSBTN_CANCEL);
+    });
+    EXPECT_NEAR(place.CenterPoint().x, work.CenterPoint().x, 1);
+    EXPECT_NEAR(place.CenterPoint().y, work.CenterPoint().y, 1);
+}
+
 TEST_F(SheetTest, NamesItsPagesAndTheirTabs)
 {
     int index = -1;
