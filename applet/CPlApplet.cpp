@@ -17,8 +17,7 @@ void Initialise()
 {
     TheAppletRecord();
     theApp.CopyHelpFilePath();
-    // Kept registered for shells that send it; the applet itself has no use for the number.
-    RegisterWindowMessageA("ShellHelp");
+    theApp.RegisterShellHelpMessage();
 }
 
 // Describes one applet. A record that does not exist, or nowhere to write, leaves everything as it is.

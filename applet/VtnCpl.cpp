@@ -27,6 +27,11 @@ void CVtnCPL::CopyHelpFilePath()
     m_pszHelpFilePath = _strdup(HelpFilePath());
 }
 
+void CVtnCPL::RegisterShellHelpMessage()
+{
+    m_shellHelpMessage = RegisterWindowMessageA("ShellHelp");
+}
+
 const AppletRecord& TheAppletRecord()
 {
     static const AppletRecord record = {.iconId = IDI_APPLET,
