@@ -21,11 +21,6 @@ std::optional<int> ThrownBy(Call call)
     return std::nullopt;
 }
 
-DWORD UserObjects()
-{
-    return GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-}
-
 struct FailureTest : testing::Test
 {
     void SetUp() override
@@ -43,13 +38,13 @@ struct FailureTest : testing::Test
     {
         const testing::ScopedTrace trace(where.file_name(), static_cast<int>(where.line()),
                                          "called from here");
-        const DWORD objects = UserObjects();
+        const int windows = WindowsOfThread();
 
         EXPECT_EQ(ThrownBy([&] { window.DoModal(); }), number);
         EXPECT_EQ(window.m_hWnd, nullptr);
         EXPECT_EQ(DialogsOfThread(), 0);
         EXPECT_TRUE(owner.IsWindowEnabled());
-        EXPECT_EQ(UserObjects(), objects);
+        EXPECT_EQ(WindowsOfThread(), windows);
         // Nothing is bound but the owner, and nothing waits for a window.
         const CThreadState& state = CThreadState::Get();
         EXPECT_EQ(state.m_permanent.size(), 1U);

@@ -176,13 +176,16 @@ TEST_F(SheetTest, HasTheApplyAndHelpButtonsOfTheSystem)
 
 TEST_F(SheetTest, HearsOfHelpFromTheHelpButton)
 {
+    first.m_psp.dwFlags |= PSP_HASHELP;
+    BOOL enabled = FALSE;
     Run([&] {
         CWnd* help = sheet.GetDlgItem(IDHELP);
-        help->ShowWindow(SW_SHOW);
+        enabled = help->IsWindowEnabled();
         help->SendMessage(BM_CLICK);
         sheet.PressButton(PSBTN_CANCEL);
     });
 
+    EXPECT_TRUE(enabled);
     EXPECT_EQ(sheet.m_helps, 1);
 }
 

@@ -172,11 +172,21 @@ int DialogsOfThread()
     return count;
 }
 
-void PumpMessages()
+static BOOL CALLBACK CountChild(HWND /*window*/, LPARAM count)
 {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageA(&message);
-    }
+    ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+static BOOL CALLBACK CountWindow(HWND window, LPARAM count)
+{
+    EnumChildWindows(window, &CountChild, count);
+    return CountChild(window, count);
+}
+
+int WindowsOfThread()
+{
+    int count = 0;
+    EnumThreadWindows(GetCurrentThreadId(), &CountWindow, reinterpret_cast<LPARAM>(&count));
+    return count;
 }

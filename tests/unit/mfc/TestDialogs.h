@@ -125,5 +125,5 @@ class CTestOwner : public CWnd
 
 // The top-level windows of this thread that are dialogs.
 [[nodiscard]] int DialogsOfThread();
-// Handles the messages that are waiting.
-void PumpMessages();
+// All windows of this thread, those inside others included.
+[[nodiscard]] int WindowsOfThread();
