@@ -43,4 +43,5 @@ void DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index);
 void DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars);
 
 // The text of DDV_MaxChars, "%1" stands for the number. The application's string table must hold it.
-constexpr UINT AFX_IDP_PARSE_STRING_SIZE = 0xF114;
+// A macro, since the application's resource script and its header name it too.
+#define AFX_IDP_PARSE_STRING_SIZE 0xF114
