@@ -6,6 +6,7 @@
 #include "applet/SheetTitle.h"
 #include "applet/VtnCpl.h"
 #include "resources/resource.h"
+#include "sysaccess/AgentRestart.h"
 #include "sysaccess/CommandLine.h"
 #include "sysaccess/ConfigurationError.h"
 #include "sysaccess/MessageBoxes.h"
@@ -49,9 +50,19 @@ try {
     return {};
 }
 
+// Offers the restart that the new configuration needs. The reboot notice follows whatever the user answered.
+void RestartAsDecided(const RestartDecision& decision, HWND controlPanel)
+{
+    if (!decision.restartAgents || CommandLineContains(setupSwitch))
+        return;
+    RestartAgentServices(controlPanel);
+    if (decision.rebootNotice)
+        MessageBoxById(controlPanel, IDS_REBOOT_NOTICE, IDS_APPLET_NAME, MB_TASKMODAL | MB_ICONHAND);
+}
+
 } // namespace
 
-RestartDecision RunSheetSession(HWND controlPanel)
+void RunSheetSession(HWND controlPanel)
 {
     std::optional<CVtnCplPropSheet> sheet;
     HWND focus = nullptr;
@@ -61,7 +72,7 @@ RestartDecision RunSheetSession(HWND controlPanel)
         focus = GetFocus();
         decision = RunSheet(sheet, controlPanel);
     }
+    RestartAsDecided(decision, controlPanel);
     sheet.reset();
     SetFocus(focus);
-    return CommandLineContains(setupSwitch) ? RestartDecision() : decision;
 }

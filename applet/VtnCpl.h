@@ -16,7 +16,8 @@ class CVtnCPL : public CWinApp
     // Keeps a copy of the current help file path, which replaces the last one.
     void CopyHelpFilePath();
 
-    // Registers the message by which a shell asks for help. Its number is kept, though no window looks for it yet.
+    // Registers the message by which a shell asks for help. Its number is kept, though no window looks for it
+    // yet.
     void RegisterShellHelpMessage();
 
     // The library itself: owner of its resources and its version.

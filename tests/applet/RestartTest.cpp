@@ -1,0 +1,142 @@
+// What follows an OK: the offer to restart the agents and the restart itself, on a scripted service manager.
+#include "applet/AppletTest.h"
+#include "resources/resource.h"
+#include "support/CallLog.h"
+#include "support/FakeClock.h"
+#include "support/ServiceScript.h"
+
+namespace {
+
+using support::ServiceState;
+using Calls = std::vector<std::string>;
+
+class Restart : public AppletTest
+{
+  protected:
+    Restart() { AddAgents(SERVICE_RUNNING); }
+
+    // SNMP and the agents' host, which depends on it.
+    void AddAgents(DWORD state)
+    {
+        m_services.Add(
+            "SNMP",
+            {.displayName = "SNMP Service", .states = {ServiceState(state)}, .dependents = {"VtMgHost"}});
+        m_services.Add("VtMgHost", {.displayName = "Host Agents", .states = {ServiceState(state)}});
+    }
+
+    void OpenAndTickABox()
+    {
+        m_host.Open();
+        m_host.Page("Storage").Check(IDC_STORAGE_FIBRE_TAPE);
+    }
+
+    // Texts of the message boxes so far.
+    [[nodiscard]] Calls Told() const
+    {
+        Calls texts;
+        for (const support::ShownBox& box : m_boxes.Shown())
+            texts.push_back(box.text);
+        return texts;
+    }
+    [[nodiscard]] Calls Operations() const { return m_log.CallsOf({"StartServiceA", "ControlService"}); }
+
+    support::CallLog m_log;
+    support::ServiceScript m_services{m_host.Module(), &m_log};
+    support::FakeClock m_clock{m_host.Module(), 1000, &m_log};
+};
+
+constexpr char restartQuestion[] = "The Management Agents configuration has been changed.\n\n"
+                                   "Would you like to restart the Management Agents now?";
+constexpr char startQuestion[] = "The Management Agents configuration has been changed.\n\n"
+                                 "Would you like to start the Management Agents now?";
+constexpr char accessDenied[] =
+    "You do not have access to change the configuration of the Management Agents.";
+
+TEST_F(Restart, IsOfferedAfterAChangeAndDoneOnYes)
+{
+    OpenAndTickABox();
+    m_boxes.Answer(IDYES);
+    m_host.PressOk();
+    EXPECT_EQ(Told(), Calls{restartQuestion});
+    EXPECT_EQ(Operations(), (Calls{"ControlService VtMgHost 1", "ControlService SNMP 1", "StartServiceA SNMP",
+                                   "StartServiceA VtMgHost"}));
+}
+
+TEST_F(Restart, AsksInFrontOfTheControlPanelAfterTheSheetHasClosed)
+{
+    OpenAndTickABox();
+    m_boxes.Answer(IDNO);
+    m_host.PressOk();
+    EXPECT_EQ(m_boxes.Shown().at(0).owner, m_host.Frame());
+    EXPECT_EQ(m_boxes.Shown().at(0).caption, "Norvale Management Agents");
+    EXPECT_EQ(m_boxes.Shown().at(0).style, UINT{MB_YESNO | MB_ICONINFORMATION});
+}
+
+TEST_F(Restart, LeavesEveryServiceAsItIsOnNo)
+{
+    OpenAndTickABox();
+    m_boxes.Answer(IDNO);
+    m_host.PressOk();
+    EXPECT_EQ(Operations(), Calls{});
+}
+
+TEST_F(Restart, IsAStartWhileTheHostAgentIsStopped)
+{
+    AddAgents(SERVICE_STOPPED);
+    OpenAndTickABox();
+    m_boxes.Answer(IDYES);
+    m_host.PressOk();
+    EXPECT_EQ(Told(), Calls{startQuestion});
+    EXPECT_EQ(Operations(), (Calls{"StartServiceA SNMP", "StartServiceA VtMgHost"}));
+}
+
+TEST_F(Restart, IsNotOfferedWhenNothingWasChanged)
+{
+    m_host.Open();
+    m_host.PressOk();
+    EXPECT_EQ(Told(), Calls{});
+}
+
+TEST_F(Restart, IsOfferedForABoxThatWasTickedAndClearedAgain)
+{
+    OpenAndTickABox();
+    m_host.Page("Storage").Uncheck(IDC_STORAGE_FIBRE_TAPE);
+    m_boxes.Answer(IDNO);
+    m_host.PressOk();
+    EXPECT_EQ(Told(), Calls{restartQuestion});
+}
+
+TEST_F(Restart, IsNotOfferedAfterCancel)
+{
+    OpenAndTickABox();
+    m_host.PressCancel();
+    EXPECT_EQ(Told(), Calls{});
+}
+
+TEST_F(Restart, IsNotOfferedAfterARefusedSave)
+{
+    OpenAndTickABox();
+    m_machine.sasAgent.Delete();
+    m_boxes.Answer(IDOK);
+    m_host.PressOk();
+    EXPECT_EQ(Told(), Calls{accessDenied});
+}
+
+TEST_F(Restart, IsNotOfferedDuringAnInstallation)
+{
+    m_host.SetCommandLine("control.exe vtnmgmt.cpl /setup");
+    OpenAndTickABox();
+    m_host.PressOk();
+    EXPECT_EQ(Told(), Calls{});
+    EXPECT_EQ(m_services.Calls(), Calls{});
+}
+
+TEST_F(Restart, LeavesNoHandleOfTheServiceManagerOpen)
+{
+    OpenAndTickABox();
+    m_boxes.Answer(IDYES);
+    m_host.PressOk();
+    EXPECT_EQ(m_services.OpenHandles(), 0);
+}
+
+} // namespace
