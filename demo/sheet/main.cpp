@@ -86,7 +86,7 @@ int Wait()
 {
     WaitUntil([] { return FindSheet() != nullptr; }, "the sheet");
     const HWND sheet = RequireSheet();
-    SetForegroundWindow(sheet); // this program took that from it
+    Ask(sheet, WM_NCACTIVATE, TRUE); // without a window manager no window looks active, as its user sees it
     RECT place{};
     GetWindowRect(sheet, &place);
     std::printf("%ldx%ld+%ld+%ld\n", place.right - place.left, place.bottom - place.top, place.left,
