@@ -41,18 +41,11 @@ void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl)
         AfxThrowNotSupportedException();
 }
 
-static void ReadText(HWND control, CString& value)
-{
-    const int length = ::GetWindowTextLengthA(control);
-    ::GetWindowTextA(control, value.GetBuffer(length + 1), length + 1);
-    value.ReleaseBuffer();
-}
-
 void DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
 {
     const HWND control = pDX->PrepareEditCtrl(nIDC);
     CString shown;
-    ReadText(control, shown);
+    AfxReadText(control, shown);
     if (pDX->m_bSaveAndValidate)
         value = shown;
     else if (shown != value)

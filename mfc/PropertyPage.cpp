@@ -71,8 +71,8 @@ void CPropertyPage::OnOK() {}
 
 void CPropertyPage::OnCancel() {}
 
-// The system tells a modeless sheet's end, not how it came about; the pages are told that, each of them,
-// last.
+// The system tells a modeless sheet's end, not how it came about; the pages are
+// told that, each of them, last.
 void CPropertyPage::RecordOutcome(int outcome) const
 {
     if (const auto sheet = dynamic_cast<CPropertySheet*>(GetParent()))

@@ -65,8 +65,8 @@ INT_PTR CPropertySheet::DoModal()
     CHandlerScope scope(*this);
     {
         const HWND owner = AfxOwnerFor(m_pParentWnd);
-        // Enabled again before the sheet goes: Windows then gives the owner, not some other program, the
-        // focus.
+        // Enabled again before the sheet goes: Windows then gives the owner, not
+        // some other program, the focus.
         const CDisabled disabled(owner);
         CreateSheet(owner);
         if (m_hWnd == nullptr)

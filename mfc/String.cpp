@@ -95,8 +95,6 @@ int CString::Find(LPCSTR lpszSub, int nStart) const
     for (size_t position = 0; position + length <= m_text.size(); position = NextCharacter(position)) {
         if (position >= start && m_text.compare(position, length, lpszSub) == 0)
             return static_cast<int>(position);
-        if (position == m_text.size())
-            break;
     }
     return -1;
 }

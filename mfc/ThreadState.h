@@ -84,8 +84,8 @@ class CMessageFrame
     CThreadState::Message m_before;
 };
 
-// A modal loop, or the creation of a window: the C++ call that handlers run under and that rethrows what they
-// throw.
+// A modal loop, or the creation of a window: the C++ call that handlers run under and
+// that rethrows what they throw.
 class CHandlerScope
 {
   public:
@@ -136,6 +136,9 @@ class CCreationHook
 
 // The class that Windows gives dialogs, pages and sheets.
 constexpr LPCSTR AfxDialogClass = "#32770";
+
+// A window's whole text.
+void AfxReadText(HWND window, CString& text);
 
 // The handle of an object that may be missing.
 inline HWND AfxHandleOf(const CWnd* window)

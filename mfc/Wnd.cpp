@@ -57,8 +57,8 @@ HWND CWnd::Unbind()
     CThreadState& state = CThreadState::Get();
     const auto super = state.m_super.find(m_hWnd);
     const auto own = reinterpret_cast<LONG_PTR>(&AfxWndProc);
-    // When somebody has subclassed the window after us, our procedure stays in the chain and passes
-    // everything on.
+    // When somebody has subclassed the window after us, our procedure stays in the
+    // chain and passes everything on.
     if (super != state.m_super.end() && ::GetWindowLongPtrA(m_hWnd, GWLP_WNDPROC) == own) {
         ::SetWindowLongPtrA(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(super->second));
         state.m_super.erase(super);

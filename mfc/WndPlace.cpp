@@ -35,21 +35,23 @@ int CWnd::GetWindowText(LPSTR lpszString, int nMaxCount) const
     return ::GetWindowTextA(m_hWnd, lpszString, nMaxCount);
 }
 
+void AfxReadText(HWND window, CString& text)
+{
+    const int length = ::GetWindowTextLengthA(window);
+    ::GetWindowTextA(window, text.GetBuffer(length + 1), length + 1);
+    text.ReleaseBuffer();
+}
+
 void CWnd::GetWindowText(CString& rString) const
 {
-    const int length = GetWindowTextLength();
-    ::GetWindowTextA(m_hWnd, rString.GetBuffer(length + 1), length + 1);
-    rString.ReleaseBuffer();
+    AfxReadText(m_hWnd, rString);
 }
 
 int CWnd::GetDlgItemText(int nID, CString& rString) const
 {
     rString.Empty();
-    if (const HWND control = ::GetDlgItem(m_hWnd, nID); control != nullptr) {
-        const int length = ::GetWindowTextLengthA(control);
-        ::GetWindowTextA(control, rString.GetBuffer(length + 1), length + 1);
-        rString.ReleaseBuffer();
-    }
+    if (const HWND control = ::GetDlgItem(m_hWnd, nID); control != nullptr)
+        AfxReadText(control, rString);
     return rString.GetLength();
 }
 

@@ -39,8 +39,8 @@ class CStringList : public CObject
 
     [[nodiscard]] const CString& GetAt(POSITION position) const;
     void SetAt(POSITION position, LPCSTR newElement);
-    // The first element that equals the text, after startAfter when that is not null; null when there is
-    // none.
+    // The first element that equals the text, after startAfter when that is not
+    // null; null when there is none.
     [[nodiscard]] POSITION Find(LPCSTR searchValue, POSITION startAfter = nullptr) const;
 
   private:

@@ -46,16 +46,16 @@ class CListBox : public CWnd
     [[nodiscard]] DWORD_PTR GetItemData(int nIndex) const;
     int SetItemData(int nIndex, DWORD_PTR dwItemData);
 
-    // The new item's position. AddString sorts where the list does, InsertString never; position -1 is the
-    // end.
+    // The new item's position. AddString sorts where the list does, InsertString
+    // never; position -1 is the end.
     int AddString(LPCSTR lpszItem) { return Ask(LB_ADDSTRING, 0, lpszItem); }
     int InsertString(int nIndex, LPCSTR lpszItem) { return Ask(LB_INSERTSTRING, nIndex, lpszItem); }
     // How many items remain.
     int DeleteString(UINT nIndex) { return Ask(LB_DELETESTRING, static_cast<int>(nIndex)); }
     void ResetContent() { Ask(LB_RESETCONTENT); }
 
-    // The first item after nStartAfter (-1: from the start) that begins with, or is, the text, whatever the
-    // case.
+    // The first item after nStartAfter (-1: from the start) that begins with, or
+    // is, the text, whatever the case.
     [[nodiscard]] int FindString(int nStartAfter, LPCSTR lpszItem) const
     {
         return Ask(LB_FINDSTRING, nStartAfter, lpszItem);

@@ -3,8 +3,6 @@
 
 #include "afxwnd.h"
 
-class CComboBox;
-
 // One pass of the exchange.
 class CDataExchange
 {
@@ -21,8 +19,8 @@ class CDataExchange
     HWND PrepareCtrl(int nIDC);
     HWND PrepareEditCtrl(int nIDC);
 
-    // Refuses the value of the last control: puts the focus on it and ends the exchange. The user has been
-    // told.
+    // Refuses the value of the last control: puts the focus on it and ends the
+    // exchange. The user has been told.
     [[noreturn]] void Fail();
 };
 

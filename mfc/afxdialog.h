@@ -29,8 +29,8 @@ class CDialog : public CWnd
     // TRUE lets Windows put the focus on the first control. The base runs UpdateData(FALSE).
     virtual BOOL OnInitDialog();
 
-    // Commands that the dialog does not handle go on to its parent window's object and the application
-    // object.
+    // Commands that the dialog does not handle go on to its parent window's
+    // object and the application object.
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
 
     void EndFailedLoop() override;
@@ -49,6 +49,6 @@ class CDialog : public CWnd
     CWnd* m_pParentWnd = nullptr;
 };
 
-// The dialog procedure of dialogs and pages: runs OnInitDialog and leaves everything else to the window
-// procedure.
+// The dialog procedure of dialogs and pages: runs OnInitDialog and leaves
+// everything else to the window procedure.
 INT_PTR CALLBACK AfxDlgProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);

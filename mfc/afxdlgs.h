@@ -11,8 +11,8 @@
 class CCreationHook;
 class CPropertySheet;
 
-constexpr int ID_APPLY_NOW = 0x3021; // the sheet's Apply button, made by the system
-constexpr UINT ID_HELP = 0xE146;     // the help command
+#define ID_APPLY_NOW 0x3021 // the sheet's Apply button, made by the system
+#define ID_HELP 0xE146      // the help command
 
 // A page of a sheet. Its window is made when the page is first shown; its members live as long as the page.
 class CPropertyPage : public CDialog
@@ -42,8 +42,6 @@ class CPropertyPage : public CDialog
     virtual BOOL OnQueryCancel();
     void OnOK() override;
     void OnCancel() override;
-
-    void EndFailedLoop() override {}
 
   protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
@@ -128,8 +126,8 @@ class CFileDialog : public CDialog
     DECLARE_DYNAMIC(CFileDialog)
 
   public:
-    // The filter is "text|pattern|text|pattern||". Without a parent the application's main window owns the
-    // dialog.
+    // The filter is "text|pattern|text|pattern||". Without a parent the
+    // application's main window owns the dialog.
     explicit CFileDialog(BOOL bOpenFileDialog, LPCSTR lpszDefExt = nullptr, LPCSTR lpszFileName = nullptr,
                          DWORD dwFlags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, LPCSTR lpszFilter = nullptr,
                          CWnd* pParentWnd = nullptr);

@@ -52,8 +52,8 @@ class CCmdTarget : public CObject
     [[nodiscard]] virtual const AFX_MSGMAP* GetMessageMap() const;
 };
 
-// The first entry, from the class's own map to the root's, for this message, code and id; null when there is
-// none.
+// The first entry, from the class's own map to the root's, for this message, code
+// and id; null when there is none.
 [[nodiscard]] const AFX_MSGMAP_ENTRY* AfxFindMessageEntry(const AFX_MSGMAP* pMap, UINT nMessage, UINT nCode,
                                                           UINT nID);
 
@@ -161,8 +161,8 @@ struct AfxHandler<Handler>
 #define ON_LBN_DBLCLK(id, memberFxn) ON_CONTROL(LBN_DBLCLK, id, memberFxn)
 #define ON_CBN_SELCHANGE(id, memberFxn) ON_CONTROL(CBN_SELCHANGE, id, memberFxn)
 
-// void f(), in the map of a control's own class: a notification that it sends. The parent then does not see
-// it.
+// void f(), in the map of a control's own class: a notification that it sends.
+// The parent then does not see it.
 #define ON_CONTROL_REFLECT(wNotifyCode, memberFxn)                                                           \
     {WM_REFLECT_BASE + WM_COMMAND, static_cast<UINT>(wNotifyCode), 0, 0, &AfxHandler<memberFxn>::Plain},
 

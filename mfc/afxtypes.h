@@ -1,5 +1,5 @@
-// CPoint, CSize and CRect: the coordinate records of Windows with constructors and the few operations that
-// pages use.
+// CPoint, CSize and CRect: the coordinate records of Windows with constructors and the
+// few operations that pages use.
 #pragma once
 
 #include "afx.h"

@@ -7,9 +7,10 @@
 
 class CDataExchange;
 
-// A window and the handlers of its messages. A window has at most one permanent object per thread, made by
-// creating it, taking it over (Subclass...) or Attach; for any other FromHandle makes a temporary one, which
-// lasts until the innermost modal loop next waits for messages or ends.
+// A window and the handlers of its messages. A window has at most one permanent object per thread, bound by
+// creating it, taking it over (Subclass...) or Attach. For any other window FromHandle makes a temporary
+// object: one made in a handler lasts until that handler returns to its modal loop, one made outside every
+// loop stays.
 //
 // What a handler throws never crosses Windows: it ends the innermost DoModal or Create..., which throws it
 // on.
@@ -27,8 +28,8 @@ class CWnd : public CCmdTarget
     [[nodiscard]] HWND GetSafeHwnd() const { return m_hWnd; }
     operator HWND() const { return m_hWnd; } // NOLINT(google-explicit-constructor)
 
-    // The window's object, null for no window. FromHandlePermanent answers null rather than make a temporary
-    // one.
+    // The window's object, null for no window. FromHandlePermanent answers null
+    // rather than make a temporary one.
     static CWnd* FromHandle(HWND hWnd);
     static CWnd* FromHandlePermanent(HWND hWnd);
 
@@ -45,7 +46,7 @@ class CWnd : public CCmdTarget
     HWND UnsubclassWindow();
 
     // Creates a window of a registered class; its first messages already reach this object. FALSE when
-    // Windows or OnCreate refuse. nIDorHMenu is the id of a child, the menu of anything else.
+    // Windows or OnCreate refuses. nID is the id of a child, the menu of any other window.
     BOOL CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle,
                   const RECT& rect, CWnd* pParentWnd, UINT nID);
     virtual BOOL DestroyWindow();
@@ -75,8 +76,8 @@ class CWnd : public CCmdTarget
     BOOL ShowWindow(int nCmdShow) { return ::ShowWindow(m_hWnd, nCmdShow); }
     [[nodiscard]] BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
     [[nodiscard]] DWORD GetStyle() const;
-    // FALSE when nothing changes. nFlags, unless 0, go to SetWindowPos with the flags that leave size, place
-    // and order alone.
+    // FALSE when nothing changes. nFlags, unless 0, go to SetWindowPos with the flags that
+    // leave size, place and order alone.
     BOOL ModifyStyle(DWORD dwRemove, DWORD dwAdd, UINT nFlags = 0);
     BOOL SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags);
     void MoveWindow(const RECT& rect, BOOL bRepaint = TRUE);
@@ -116,10 +117,9 @@ class CWnd : public CCmdTarget
     static void EndWaitCursor();
     static void RestoreWaitCursor();
 
-    // How the library's own code enters this object; not for others to call or override, except by framework
-    // classes.
+    // For the library's own sources: the way of every message into this object.
     LRESULT DispatchMessageToObject(UINT message, WPARAM wParam, LPARAM lParam);
-    // Ends the modal loop that runs this window, because a handler has failed.
+    // For the classes that run modal loops: ends this window's, because a handler has failed.
     virtual void EndFailedLoop() {}
 
   protected:

@@ -1,35 +1,13 @@
-// The sheet: pages, buttons, results, help and keys.
-#include "TestDialogs.h"
-
-#include <commctrl.h>
-#include <gtest/gtest.h>
+// The sheet as its user meets it: buttons, results, help, keys and the owner.
+#include "SheetFixture.h"
 
 namespace {
 
-struct SheetTest : testing::Test
+struct Sheet : SheetTest
 {
-    void SetUp() override
-    {
-        sheet.AddPage(&first);
-        sheet.AddPage(&second);
-        sheet.AddPage(&third);
-    }
-
-    // Runs the sheet with `step` as what its user does.
-    INT_PTR Run(const std::function<void()>& step)
-    {
-        sheet.m_step = step;
-        return sheet.DoModal();
-    }
-
-    Log log;
-    CTestPage first{IDD_PAGE1, log, "first"};
-    CTestPage second{IDD_PAGE2, log, "second"};
-    CTestPage third{IDD_PAGE3, log, "third"};
-    CTestSheet sheet;
 };
 
-TEST_F(SheetTest, AnswersOkWhenTheUserPressesOk)
+TEST_F(Sheet, AnswersOkWhenTheUserPressesOk)
 {
     const INT_PTR result = Run([this] { sheet.PressButton(PSBTN_OK); });
 
@@ -38,57 +16,30 @@ TEST_F(SheetTest, AnswersOkWhenTheUserPressesOk)
     EXPECT_EQ(DialogsOfThread(), 0);
 }
 
-TEST_F(SheetTest, AnswersCancelWhenTheUserPressesCancel)
+TEST_F(Sheet, AnswersCancelWhenTheUserPressesCancel)
 {
     EXPECT_EQ(Run([this] { sheet.PressButton(PSBTN_CANCEL); }), IDCANCEL);
     EXPECT_EQ(log, (Log{"first init", "first shown", "first cancel"}));
 }
 
-TEST_F(SheetTest, AnswersCancelWhenItIsClosed)
+TEST_F(Sheet, AnswersCancelWhenItIsClosed)
 {
     EXPECT_EQ(Run([this] { sheet.PostMessage(WM_SYSCOMMAND, SC_CLOSE); }), IDCANCEL);
 }
 
-TEST_F(SheetTest, AnswersCancelOnEscape)
+TEST_F(Sheet, AnswersCancelOnEscape)
 {
     EXPECT_EQ(Run([this] { sheet.GetActivePage()->PostMessage(WM_KEYDOWN, VK_ESCAPE, 1); }), IDCANCEL);
 }
 
-TEST_F(SheetTest, AnswersOkOnEnter)
+TEST_F(Sheet, AnswersOkOnEnter)
 {
     EXPECT_EQ(
         Run([this] { sheet.GetActivePage()->GetDlgItem(IDC_EDIT)->PostMessage(WM_KEYDOWN, VK_RETURN, 1); }),
         IDOK);
 }
 
-TEST_F(SheetTest, RunsOkOnceOnEveryPageThatWasShown)
-{
-    Run([this] {
-        sheet.SetActivePage(2);
-        sheet.SetActivePage(0);
-        log.clear();
-        sheet.PressButton(PSBTN_OK);
-    });
-
-    EXPECT_EQ(log, (Log{"first left", "first OK", "third OK"}));
-}
-
-TEST_F(SheetTest, StaysWhenTheActivePageRefusesToBeLeft)
-{
-    first.m_mayLeave = FALSE;
-    BOOL moved = TRUE;
-    const INT_PTR result = Run([&] {
-        moved = sheet.SetActivePage(1);
-        sheet.SendMessage(PSM_PRESSBUTTON, PSBTN_OK);
-        sheet.PressButton(PSBTN_CANCEL);
-    });
-
-    EXPECT_FALSE(moved);
-    EXPECT_EQ(result, IDCANCEL);
-    EXPECT_EQ(log, (Log{"first init", "first shown", "first left", "first left", "first cancel"}));
-}
-
-TEST_F(SheetTest, CanBeRunAgain)
+TEST_F(Sheet, CanBeRunAgain)
 {
     Run([this] { sheet.PressButton(PSBTN_OK); });
     log.clear();
@@ -98,7 +49,7 @@ TEST_F(SheetTest, CanBeRunAgain)
     EXPECT_EQ(log, (Log{"first init", "first shown", "first left", "first OK"}));
 }
 
-TEST_F(SheetTest, StartsWithTheSelectedPage)
+TEST_F(Sheet, StartsWithTheSelectedPage)
 {
     CTestSheet other(nullptr, 1);
     other.AddPage(&first);
@@ -115,7 +66,7 @@ TEST_F(SheetTest, StartsWithTheSelectedPage)
     EXPECT_EQ(log, (Log{"second init", "second shown"}));
 }
 
-TEST_F(SheetTest, AppearsInTheMiddleOfTheWorkAreaWithoutAnOwner)
+TEST_F(Sheet, AppearsInTheMiddleOfTheWorkAreaWithoutAnOwner)
 {
     CRect work;
     SystemParametersInfoA(SPI_GETWORKAREA, 0, static_cast<RECT*>(&work), 0);
@@ -128,32 +79,38 @@ TEST_F(SheetTest, AppearsInTheMiddleOfTheWorkAreaWithoutAnOwner)
     EXPECT_NEAR(place.CenterPoint().y, work.CenterPoint().y, 1);
 }
 
-TEST_F(SheetTest, NamesItsPagesAndTheirTabs)
+TEST_F(Sheet, KnowsItsPagesAndTheOneInFront)
 {
     int index = -1;
-    char title[32] = "";
-    char tab[32] = "";
+    CPropertyPage* active = nullptr;
     Run([&] {
         sheet.SetActivePage(1);
         index = sheet.GetActiveIndex();
-        sheet.GetWindowText(title, sizeof title);
-        TCITEMA item = {};
-        item.mask = TCIF_TEXT;
-        item.pszText = tab;
-        item.cchTextMax = sizeof tab;
-        const auto tabs = reinterpret_cast<HWND>(sheet.SendMessage(PSM_GETTABCONTROL));
-        SendMessageA(tabs, TCM_GETITEMA, 1, reinterpret_cast<LPARAM>(&item));
+        active = sheet.GetActivePage();
         sheet.PressButton(PSBTN_CANCEL);
     });
 
     EXPECT_EQ(index, 1);
-    EXPECT_STREQ(title, "Sheet");
-    EXPECT_STREQ(tab, "Second");
+    EXPECT_EQ(active, &second);
     EXPECT_EQ(sheet.GetPageCount(), 3);
     EXPECT_EQ(sheet.GetPage(2), &third);
 }
 
-TEST_F(SheetTest, HasTheApplyAndHelpButtonsOfTheSystem)
+TEST_F(Sheet, HasATitleThatMayComeFromTheStringTable)
+{
+    CPropertySheet titled(IDS_CAPTION);
+    titled.AddPage(&first);
+    CString title;
+    first.m_atInit = [&] {
+        first.GetParent()->GetWindowText(title);
+        first.GetParent()->PostMessage(PSM_PRESSBUTTON, PSBTN_CANCEL);
+    };
+    titled.DoModal();
+
+    EXPECT_EQ(title, "From the table");
+}
+
+TEST_F(Sheet, HasTheApplyAndHelpButtonsOfTheSystem)
 {
     bool apply = false;
     bool help = false;
@@ -174,7 +131,7 @@ TEST_F(SheetTest, HasTheApplyAndHelpButtonsOfTheSystem)
     EXPECT_TRUE(enabledAfter);
 }
 
-TEST_F(SheetTest, HearsOfHelpFromTheHelpButton)
+TEST_F(Sheet, HearsOfHelpFromTheHelpButton)
 {
     first.m_psp.dwFlags |= PSP_HASHELP;
     BOOL enabled = FALSE;
@@ -189,20 +146,6 @@ TEST_F(SheetTest, HearsOfHelpFromTheHelpButton)
     EXPECT_EQ(sheet.m_helps, 1);
 }
 
-TEST_F(SheetTest, GetsTheCommandsThatItsPagesDoNotHandle)
-{
-    const int before = TestApp().m_commands;
-    Run([&] {
-        first.SendMessage(WM_COMMAND, ID_SHEET_COMMAND);
-        first.SendMessage(WM_COMMAND, ID_APP_COMMAND);
-        first.SendMessage(WM_COMMAND, ID_NOBODYS_COMMAND);
-        sheet.PressButton(PSBTN_CANCEL);
-    });
-
-    EXPECT_EQ(sheet.m_commands, 1);
-    EXPECT_EQ(TestApp().m_commands, before + 1);
-}
-
 int g_filteredKeys = 0;
 
 LRESULT CALLBACK CountF1(int code, WPARAM wParam, LPARAM lParam)
@@ -213,7 +156,7 @@ LRESULT CALLBACK CountF1(int code, WPARAM wParam, LPARAM lParam)
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-TEST_F(SheetTest, ShowsItsKeysToAMessageFilter)
+TEST_F(Sheet, ShowsItsKeysToAMessageFilter)
 {
     g_filteredKeys = 0;
     const HHOOK hook = SetWindowsHookExA(WH_MSGFILTER, &CountF1, nullptr, GetCurrentThreadId());
@@ -226,7 +169,7 @@ TEST_F(SheetTest, ShowsItsKeysToAMessageFilter)
     EXPECT_EQ(g_filteredKeys, 1);
 }
 
-TEST_F(SheetTest, KeepsItsOwnerDisabledWhileItRuns)
+TEST_F(Sheet, KeepsItsOwnerDisabledWhileItRuns)
 {
     CTestOwner owner;
     CTestSheet owned(&owner);
@@ -246,7 +189,7 @@ TEST_F(SheetTest, KeepsItsOwnerDisabledWhileItRuns)
     EXPECT_EQ(GetActiveWindow(), owner.m_hWnd);
 }
 
-TEST_F(SheetTest, LeavesAnOwnerDisabledThatWasSoBefore)
+TEST_F(Sheet, LeavesAnOwnerDisabledThatWasSoBefore)
 {
     CTestOwner owner;
     owner.EnableWindow(FALSE);
@@ -258,7 +201,7 @@ TEST_F(SheetTest, LeavesAnOwnerDisabledThatWasSoBefore)
     EXPECT_FALSE(owner.IsWindowEnabled());
 }
 
-TEST_F(SheetTest, AnswersMinusOneWhenItsWindowIsRefused)
+TEST_F(Sheet, AnswersMinusOneWhenItsWindowIsRefused)
 {
     sheet.m_refused = true;
 
@@ -267,17 +210,7 @@ TEST_F(SheetTest, AnswersMinusOneWhenItsWindowIsRefused)
     EXPECT_EQ(DialogsOfThread(), 0);
 }
 
-TEST_F(SheetTest, TakesItsTitleAndATabFromTheStringTable)
-{
-    CPropertyPage page(IDD_PAGE1, IDS_PAGECAPTION);
-    CPropertySheet titled(IDS_CAPTION);
-    titled.AddPage(&page);
-
-    EXPECT_NE(page.m_psp.dwFlags & PSP_USETITLE, 0U);
-    EXPECT_EQ(titled.GetPageCount(), 1);
-}
-
-TEST_F(SheetTest, EndsWithItsProgram)
+TEST_F(Sheet, EndsWithItsProgram)
 {
     EXPECT_EQ(Run([] { PostQuitMessage(5); }), IDCANCEL);
 

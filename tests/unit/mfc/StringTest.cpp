@@ -131,8 +131,8 @@ TEST(String, FindsCharactersAndTexts)
 TEST(String, TakesNoHalfOfADoubleByteCharacterForABackslash)
 {
     if (GetACP() != 932) {
-        // The pair 0x95 0x5C is one character only in the Japanese code page; elsewhere its second byte
-        // counts.
+        // The pair 0x95 0x5C is one character only in the Japanese code page;
+        // elsewhere its second byte counts.
         EXPECT_EQ(CString("\x95\x5C").Find('\\'), 1);
         return;
     }

@@ -82,13 +82,24 @@ BOOL CTestPage::OnInitDialog()
 BOOL CTestPage::OnSetActive()
 {
     Note("shown");
-    return CPropertyPage::OnSetActive();
+    return m_mayShow && CPropertyPage::OnSetActive();
 }
 
 BOOL CTestPage::OnKillActive()
 {
     Note("left");
     return m_mayLeave && CPropertyPage::OnKillActive();
+}
+
+BOOL CTestPage::OnApply()
+{
+    return CPropertyPage::OnApply() && m_mayApply;
+}
+
+void CTestPage::DoDataExchange(CDataExchange* pDX)
+{
+    CPropertyPage::DoDataExchange(pDX);
+    DDX_Text(pDX, IDC_EDIT, m_text);
 }
 
 void CTestPage::OnOK()

@@ -69,8 +69,11 @@ class CTestPage : public CPropertyPage
     BOOL OnInitDialog() override;
     BOOL OnSetActive() override;
     BOOL OnKillActive() override;
+    BOOL OnApply() override;
+    BOOL OnQueryCancel() override { return m_mayCancel; }
     void OnOK() override;
     void OnCancel() override;
+    void DoDataExchange(CDataExchange* pDX) override;
 
     afx_msg int OnCreate(LPCREATESTRUCT create);
     afx_msg LRESULT OnThrow(WPARAM wParam, LPARAM lParam);
@@ -82,7 +85,11 @@ class CTestPage : public CPropertyPage
     std::function<void()> m_atInit;
     std::function<void()> m_atOk;
     std::function<void()> m_atButton;
+    CString m_text; // in the edit control
+    BOOL m_mayShow = TRUE;
     BOOL m_mayLeave = TRUE;
+    BOOL m_mayApply = TRUE;
+    BOOL m_mayCancel = TRUE;
 
     DECLARE_MESSAGE_MAP()
 

@@ -16,11 +16,11 @@
 #define IDC_RADIO3 1012
 #define IDC_ABSENT 1099
 
-#define IDS_GREETING 201 // "Hello"
-#define IDS_FORMAT 202   // "%d of %s"
-#define IDS_LONG 203     // 300 characters
-#define IDS_TWICE 204    // "%1 and %1"
-#define IDS_CAPTION 205  // "Sheet"
-#define IDS_PAGECAPTION 206
+#define IDS_GREETING 201    // "Hello"
+#define IDS_FORMAT 202      // "%d of %s"
+#define IDS_LONG 203        // 300 characters
+#define IDS_TWICE 204       // "%1 and %1"
+#define IDS_CAPTION 205     // "From the table"
+#define IDS_PAGECAPTION 206 // "Renamed"
 #define IDS_ABSENT 299
 #define IDS_TOO_LONG 0xF114
