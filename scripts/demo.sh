@@ -22,6 +22,7 @@ put_files() {
   put "$BUILT/demo/VTNMHOST.DLL" "$agents/vtmghost/VTNMHOST.DLL"
   put "$BUILT/demo/VTNCLNT.EXE" "$agents/VTNCLNT.EXE"
   put "$BUILT/demo/AgentService.exe" "$TOOLS/AgentService.exe"
+  put "$BUILT/demo/ControlPanel.exe" "$TOOLS/ControlPanel.exe"
   put "$BUILT/demo/Machine.exe" "$TOOLS/Machine.exe"
   put "$BUILT/demo/Sheet.exe" "$TOOLS/Sheet.exe"
 }
@@ -60,7 +61,7 @@ stop_machine() {
 # open_applet [ARGUMENT...]: opens the applet as Control Panel does, and ends when it is closed. Its shares are those
 # of the stand-in, which is put before Wine's own library.
 open_applet() {
-  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;netapi32=n,b" wine control.exe 'C:\windows\system32\vtnmgmt.cpl' "$@"
+  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;netapi32=n,b" wine 'C:\norvale\ControlPanel.exe' 'C:\windows\system32\vtnmgmt.cpl' "$@"
 }
 
 # save_sheet FILE GEOMETRY: a picture of the sheet.

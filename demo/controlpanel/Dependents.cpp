@@ -1,0 +1,102 @@
+// Finds the dependents of a service in the service keys of the registry.
+#include "Dependents.h"
+
+#include "../support/Registry.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace demo {
+
+namespace {
+
+constexpr const char* kServicesKey = "SYSTEM\\CurrentControlSet\\Services";
+constexpr DWORD kNameSize = 257;    // of a service, with its zero
+constexpr DWORD kConfigSize = 8192; // the largest that the service manager answers
+
+// The name of an opened service, which its handle tells by way of the display name; empty when it does not.
+std::string NameOf(SC_HANDLE service)
+{
+    std::vector<BYTE> buffer(kConfigSize);
+    auto* config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data());
+    DWORD needed = 0;
+    if (!QueryServiceConfigA(service, config, kConfigSize, &needed))
+        return {};
+    std::array<char, kNameSize> name{};
+    DWORD length = kNameSize;
+    const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT);
+    GetServiceKeyNameA(manager, config->lpDisplayName, name.data(), &length);
+    CloseServiceHandle(manager);
+    return name.data();
+}
+
+// Names of services are alike in any letter case.
+bool DependsOn(HKEY services, const char* name, const std::string& other)
+{
+    std::array<char, kConfigSize> block{};
+    DWORD size = kConfigSize;
+    if (RegGetValueA(services, name, "DependOnService", RRF_RT_REG_MULTI_SZ, nullptr, block.data(), &size) !=
+        0)
+        return false;
+    for (const char* text = block.data(); *text != '\0'; text += std::strlen(text) + 1) {
+        if (lstrcmpiA(text, other.c_str()) == 0)
+            return true;
+    }
+    return false;
+}
+
+std::vector<std::string> DependentsOf(const std::string& name)
+{
+    std::vector<std::string> dependents;
+    const auto services = Key::Open(kServicesKey);
+    std::array<char, kNameSize> candidate{};
+    for (DWORD index = 0;
+         services && RegEnumKeyA(services->Get(), index, candidate.data(), kNameSize) == ERROR_SUCCESS;
+         ++index)
+    {
+        if (DependsOn(services->Get(), candidate.data(), name))
+            dependents.emplace_back(candidate.data());
+    }
+    return dependents;
+}
+
+// Records first, then the texts that they point to.
+DWORD SizeOf(const std::vector<std::string>& names)
+{
+    std::size_t size = names.size() * sizeof(ENUM_SERVICE_STATUSA);
+    for (const auto& name : names)
+        size += name.size() + 1;
+    return static_cast<DWORD>(size);
+}
+
+void Fill(LPENUM_SERVICE_STATUSA list, const std::vector<std::string>& names)
+{
+    auto* text = reinterpret_cast<char*>(list + names.size());
+    for (const auto& name : names) {
+        std::memcpy(text, name.c_str(), name.size() + 1);
+        *list++ = {text, text, {}};
+        text += name.size() + 1;
+    }
+}
+
+} // namespace
+
+BOOL WINAPI ListDependents(SC_HANDLE service, DWORD /*states*/, LPENUM_SERVICE_STATUSA list, DWORD size,
+                           LPDWORD needed, LPDWORD count)
+{
+    const auto names = DependentsOf(NameOf(service));
+    *needed = SizeOf(names);
+    *count = 0;
+    if (size < *needed) {
+        SetLastError(ERROR_MORE_DATA);
+        return FALSE;
+    }
+    Fill(list, names);
+    *count = static_cast<DWORD>(names.size());
+    return TRUE;
+}
+
+} // namespace demo
