@@ -7,5 +7,5 @@ function(vtn_warnings target)
       -Wnon-virtual-dtor -Woverloaded-virtual -Wsuggest-override
       -Wold-style-cast -Wcast-align -Wcast-qual -Wformat=2
       -Wnull-dereference -Wimplicit-fallthrough -Wmissing-declarations
-      -Wduplicated-cond -Wduplicated-branches -Wlogical-op>)
+      $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>>)
 endfunction()

@@ -1,0 +1,86 @@
+// The list of all slots, and the module functions that look into it.
+#include "Import.h"
+
+#include "support/ImportHook.h"
+
+#include <cstring>
+#include <utility>
+
+namespace {
+
+// Filled before main, by the constructors of the slots.
+standin::ImportSlot* first = nullptr;
+
+} // namespace
+
+namespace standin {
+
+ImportSlot::ImportSlot(const char* name, void* function)
+    : address(function), original(function), m_name(name), m_next(std::exchange(first, this))
+{
+}
+
+ImportSlot* ImportSlot::Find(const char* name)
+{
+    ImportSlot* slot = first;
+    while (slot != nullptr && std::strcmp(slot->m_name, name) != 0)
+        slot = slot->m_next;
+    return slot;
+}
+
+} // namespace standin
+
+namespace support {
+
+void** FindImport(HMODULE /*module*/, const char* function)
+{
+    standin::ImportSlot* const slot = standin::ImportSlot::Find(function);
+    return slot == nullptr ? nullptr : &slot->address;
+}
+
+void* ExchangeImport(void** slot, void* address)
+{
+    return std::exchange(*slot, address);
+}
+
+ReplacedImport::ReplacedImport(HMODULE module, const char* function, void* replacement)
+    : m_slot(FindImport(module, function))
+{
+    if (m_slot != nullptr)
+        m_original = ExchangeImport(m_slot, replacement);
+}
+
+ReplacedImport::~ReplacedImport()
+{
+    if (m_slot != nullptr)
+        ExchangeImport(m_slot, m_original);
+}
+
+} // namespace support
+
+// There is one module, the program with all of Windows in it.
+HMODULE GetModuleHandleA(LPCSTR /*name*/)
+{
+    return reinterpret_cast<HMODULE>(&first);
+}
+
+// Goes around hooks, as on Windows.
+FARPROC GetProcAddress(HMODULE /*module*/, LPCSTR name)
+{
+    const standin::ImportSlot* const slot = standin::ImportSlot::Find(name);
+    if (slot != nullptr)
+        return reinterpret_cast<FARPROC>(slot->original);
+    SetLastError(ERROR_PROC_NOT_FOUND);
+    return nullptr;
+}
+
+HMODULE LoadLibraryA(LPCSTR /*path*/)
+{
+    SetLastError(ERROR_MOD_NOT_FOUND);
+    return nullptr;
+}
+
+BOOL FreeLibrary(HMODULE /*module*/)
+{
+    return TRUE;
+}
