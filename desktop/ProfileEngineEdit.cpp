@@ -16,6 +16,8 @@ const char* SkipBlanks(const char* text)
 // asked for. On purpose: programs that read these files do not see such a header as one either.
 bool IsHeaderOf(const char* header, const char* section)
 {
+    if (*header == '\0')
+        return false; // a header rewritten as an empty line is still one
     const char* const name = SkipBlanks(header + 1);
     const std::size_t length = std::strlen(section);
     return _strnicmp(name, section, length) == 0 && *SkipBlanks(name + length) == ']';

@@ -1,0 +1,25 @@
+// What the fuzzer found worth keeping, run once more: the engine and its model must agree on every input.
+#include "host/fuzz/ProfileScenario.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <vector>
+
+namespace {
+
+TEST(ProfileCorpus, GivesTheSameResultsAsTheModel)
+{
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(PROFILE_CORPUS)) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+        const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+        EXPECT_EQ(fuzz::RunProfileScenario(data, bytes.size()), "") << entry.path();
+        ++count;
+    }
+    EXPECT_GT(count, 50) << "the corpus is not where it was";
+}
+
+} // namespace
