@@ -6,6 +6,8 @@ BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
 RUN_PACKAGES=(wine wine64 fonts-wine fonts-liberation xvfb x11-utils imagemagick)
 JAPANESE_PACKAGES=(locales fonts-vlgothic)
 CHECK_PACKAGES=(clang-format-14 shellcheck)
+NATIVE_PACKAGES=(g++)
+COVERAGE_PACKAGES=(gcovr)
 
 # set_up_for_run, set_up_for_run_in_japanese, set_up_for_test: what each of these needs, and no more.
 set_up_for_run() {
@@ -18,8 +20,13 @@ set_up_for_run_in_japanese() {
 }
 
 set_up_for_test() {
-  ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${JAPANESE_PACKAGES[@]}" "${CHECK_PACKAGES[@]}"
+  ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${JAPANESE_PACKAGES[@]}" "${CHECK_PACKAGES[@]}" \
+    "${NATIVE_PACKAGES[@]}"
   ensure_japanese
+}
+
+set_up_for_coverage() {
+  ensure_packages cmake ninja-build googletest "${NATIVE_PACKAGES[@]}" "${COVERAGE_PACKAGES[@]}"
 }
 
 as_root() {
@@ -66,6 +73,19 @@ build() {
   build_targets "$@" >"$ROOT/build/build.log" 2>&1 && return 0
   cat "$ROOT/build/build.log" >&2
   fail "the build failed; see above."
+}
+
+# build_native PRESET: everything of a native preset, as quiet.
+build_native() {
+  build_preset "$1" >"$ROOT/build/$1.log" 2>&1 && return 0
+  cat "$ROOT/build/$1.log" >&2
+  fail "the native build failed; see above."
+}
+
+build_preset() {
+  cd "$ROOT" || return
+  [ -e "build/$1/build.ninja" ] || cmake --preset "$1" || return
+  cmake --build --preset "$1"
 }
 
 build_targets() {

@@ -46,6 +46,12 @@ SystemString Expand(const SystemString& source)
     return result;
 }
 
+LPSTR CommandLineText()
+{
+    static std::string line = CommandLine();
+    return line.data();
+}
+
 DWORD ExpandInto(LPCSTR source, LPSTR destination, DWORD size)
 {
     const SystemString text = Expand(source);
@@ -87,6 +93,7 @@ const auto& ReallocImport()
 }
 
 const standin::Import<decltype(_strdup)> duplicateImport("_strdup", Duplicate);
+const standin::Import<decltype(GetCommandLineA)> commandLineImport("GetCommandLineA", CommandLineText);
 const standin::Import<decltype(ExpandEnvironmentStringsA)> expandImport("ExpandEnvironmentStringsA",
                                                                         ExpandInto);
 
@@ -134,8 +141,7 @@ DWORD GetCurrentProcessId()
 
 LPSTR GetCommandLineA()
 {
-    static std::string line = CommandLine();
-    return line.data();
+    return commandLineImport();
 }
 
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value)

@@ -148,4 +148,6 @@ LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const 
 LSTATUS RegDeleteValueA(HKEY key, LPCSTR name);
 LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD size, LPDWORD reserved, LPDWORD type,
                       LPBYTE data, LPDWORD dataSize);
+
+#include "services.h"
 }

@@ -19,6 +19,8 @@ using Lines = std::vector<std::string>;
 // The error that failed calls report: one that nothing else causes.
 constexpr DWORD injectedError = 1117;
 
+constexpr std::int16_t succeeded = PROF_OK;
+
 const HMODULE self = GetModuleHandleA(nullptr);
 
 // Counts calls down to the one that fails.
@@ -46,19 +48,24 @@ class FailurePoint
 
 // A hook of one function that answers `failure` when its turn has come. A macro, since each hook needs a
 // lambda expression of its own.
-#define FAIL_AT(point, function, failure)                                                                    \
-    support::HookImport<decltype(function)>(self, #function, [&point](auto original, auto... arguments) {    \
+#define FAIL_AT(point, function, type, failure)                                                              \
+    support::HookImport<type>(self, #function, [&point](auto original, auto... arguments) {                  \
         return point.Fails(#function) ? decltype(original(arguments...))(failure) : original(arguments...);  \
     })
+
+// Their declarations differ between C libraries in what they say of exceptions.
+using Malloc = void*(std::size_t);
+using Realloc = void*(void*, std::size_t);
+using Duplicate = char*(const char*);
 
 using Call = std::int16_t (*)(Request&, const char* path);
 
 // Performs the call while allocations fail at their point. The call must not allocate for itself.
 std::int16_t WithFailingMemory(FailurePoint& point, Request& request, const char* path, Call call)
 {
-    auto allocate = FAIL_AT(point, malloc, nullptr);
-    auto grow = FAIL_AT(point, realloc, nullptr);
-    auto duplicate = FAIL_AT(point, _strdup, nullptr);
+    auto allocate = FAIL_AT(point, malloc, Malloc, nullptr);
+    auto grow = FAIL_AT(point, realloc, Realloc, nullptr);
+    auto duplicate = FAIL_AT(point, _strdup, Duplicate, nullptr);
     return call(request, path);
 }
 
@@ -66,14 +73,14 @@ std::int16_t WithFailingMemory(FailurePoint& point, Request& request, const char
 // fails.
 std::int16_t WithFailingSystem(FailurePoint& point, Request& request, const char* path, Call call)
 {
-    auto create = FAIL_AT(point, CreateFileA, INVALID_HANDLE_VALUE);
-    auto read = FAIL_AT(point, ReadFile, FALSE);
-    auto write = FAIL_AT(point, WriteFile, FALSE);
-    auto cut = FAIL_AT(point, SetEndOfFile, FALSE);
-    auto size = FAIL_AT(point, GetFileSize, INVALID_FILE_SIZE);
-    auto remove = FAIL_AT(point, DeleteFileA, FALSE);
-    auto access = FAIL_AT(point, _access, -1);
-    auto mode = FAIL_AT(point, _chmod, -1);
+    auto create = FAIL_AT(point, CreateFileA, decltype(CreateFileA), INVALID_HANDLE_VALUE);
+    auto read = FAIL_AT(point, ReadFile, decltype(ReadFile), FALSE);
+    auto write = FAIL_AT(point, WriteFile, decltype(WriteFile), FALSE);
+    auto cut = FAIL_AT(point, SetEndOfFile, decltype(SetEndOfFile), FALSE);
+    auto size = FAIL_AT(point, GetFileSize, decltype(GetFileSize), INVALID_FILE_SIZE);
+    auto remove = FAIL_AT(point, DeleteFileA, decltype(DeleteFileA), FALSE);
+    auto access = FAIL_AT(point, _access, decltype(_access), -1);
+    auto mode = FAIL_AT(point, _chmod, decltype(_chmod), -1);
     auto close =
         support::HookImport<decltype(CloseHandle)>(self, "CloseHandle", [&](auto original, HANDLE file) {
             const BOOL isClosed = original(file);
@@ -139,7 +146,8 @@ TEST(ProfileFaults, OpeningReportsTheFirstCallThatFails)
             EXPECT_GT(place, 3); // create, read, close
             break;
         }
-        const std::int16_t expected = ReportsItsError(point.Failed()) ? std::int16_t{injectedError} : PROF_OK;
+        const std::int16_t expected =
+            ReportsItsError(point.Failed()) ? std::int16_t{injectedError} : succeeded;
         EXPECT_EQ(status, expected) << point.Failed();
         EXPECT_EQ(request.Block().file == nullptr, status != PROF_OK) << point.Failed();
         EXPECT_EQ(file.Content(), content);
@@ -266,10 +274,12 @@ TEST(ProfileFaults, SavingEitherWritesEverythingOrFailsAndLeavesNoFile)
         FailurePoint point(place);
         const std::int16_t status = WithFailingSystem(point, request, file.Path(), SaveIt);
         hasFailed = point.HasFailed();
-        if (ReportsItsError(point.Failed()))
+        // After a failing _access the file may seem to have vanished; that is tested below.
+        if (ReportsItsError(point.Failed())) {
             EXPECT_EQ(status, injectedError) << point.Failed();
-        else if (point.Failed() != "_access") // a file that seems to have vanished is tested below
+        } else if (point.Failed() != "_access") {
             EXPECT_EQ(status, PROF_OK) << point.Failed();
+        }
         const auto expected = status == PROF_OK ? std::optional<std::string>("old\r\nnew\r\n") : std::nullopt;
         EXPECT_EQ(file.Content(), expected) << point.Failed() << ", status " << status;
         EXPECT_EQ(request.Lines(), (Lines{"old", "new"}));
