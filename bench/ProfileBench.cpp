@@ -86,29 +86,40 @@ double Measure(int lineCount, bool (*edit)(const std::string& path))
     return shortest;
 }
 
-std::size_t CommittedBytes()
+// Bytes in use of one heap, with the heap's own records.
+std::size_t BytesInUse(HANDLE heap)
 {
-    std::size_t committed = 0;
+    std::size_t bytes = 0;
     PROCESS_HEAP_ENTRY entry{};
-    const HANDLE heap = GetProcessHeap();
     HeapLock(heap);
     while (HeapWalk(heap, &entry)) {
         if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0)
-            committed += entry.cbData + entry.cbOverhead;
+            bytes += entry.cbData + entry.cbOverhead;
     }
     HeapUnlock(heap);
-    return committed;
+    return bytes;
 }
 
-// What an open file takes of the heap, with the heap's own records, in bytes.
+// The C runtime may have a heap of its own.
+std::size_t BytesInUse()
+{
+    std::array<HANDLE, 16> heaps{};
+    const DWORD count = GetProcessHeaps(heaps.size(), heaps.data());
+    std::size_t bytes = 0;
+    for (DWORD i = 0; i < count; ++i)
+        bytes += BytesInUse(heaps[i]);
+    return bytes;
+}
+
+// What an open file takes, in bytes.
 std::size_t MemoryOf(int lineCount)
 {
     const std::string path = Path();
     MakeFile(path, lineCount);
-    const std::size_t before = CommittedBytes();
+    const std::size_t before = BytesInUse();
     ProfileRequest request{};
     const bool isOpen = ProfileOpen(path.c_str(), request) == PROF_OK;
-    const std::size_t taken = CommittedBytes() - before;
+    const std::size_t taken = BytesInUse() - before;
     ProfileClose(request);
     DeleteFileA(path.c_str());
     return isOpen ? taken : 0;
