@@ -10,7 +10,7 @@ namespace {
 
 constexpr DWORD kLimit = 20'000; // milliseconds
 
-// Each test has a service of its own.
+// Each test has a service of its own, so that what one leaves behind in a bad moment does not fail another.
 std::string ServiceName()
 {
     return std::string("VtnDemoTest") + testing::UnitTest::GetInstance()->current_test_info()->name();
@@ -45,16 +45,17 @@ class AgentService : public testing::Test
   protected:
     ~AgentService() override
     {
-        if (!m_service)
-            return;
-        EndProcess();
+        if (m_service)
+            EndProcess();
         m_service.reset();
         EXPECT_EQ(RunProgram("--remove " + ServiceName()), 0u);
     }
 
     void Install(const std::string& settings)
     {
-        ASSERT_EQ(RunProgram("--install " + ServiceName() + " \"Demo Test Service\" " + settings), 0u);
+        ASSERT_EQ(
+            RunProgram("--install " + ServiceName() + " \"Display of " + ServiceName() + "\" " + settings),
+            0u);
         const ServiceHandle manager(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT));
         m_service.reset(OpenServiceA(manager.get(), ServiceName().c_str(), SERVICE_ALL_ACCESS));
         ASSERT_NE(m_service, nullptr);
@@ -170,7 +171,7 @@ TEST_F(AgentService, NeverFinishesToStopWithAnEndlessDelay)
 
 TEST_F(AgentService, RefusesSettingsThatItDoesNotKnow)
 {
-    EXPECT_EQ(RunProgram("--install " + ServiceName() + " \"Demo Test Service\" Delay=1"), 1u);
+    EXPECT_EQ(RunProgram("--install " + ServiceName() + " Name Delay=1"), 1u);
 }
 
 } // namespace
