@@ -1,0 +1,50 @@
+// A machine whose agents share settings, in Wine's own registry. For the tests of what the SNMP Settings page
+// loads and saves.
+#pragma once
+
+#include "pages/SnmpSettings.h"
+#include "support/TestRegistry.h"
+
+#include <string>
+#include <vector>
+
+// Starts with the keys of a server with all agents and without any value; puts everything back at the end.
+struct SnmpMachine
+{
+    SnmpMachine()
+    {
+        for (const support::TestKey* key : {&host, &server, &storage, &nic, &product, &activeDebugger})
+            key->Clear();
+        for (const support::TestKey& key : SnmpKeys())
+            key.Create();
+        hostAgent.Create();
+        parkedDebugger.Create();
+    }
+
+    // What receives "SetsEnabled", in the order of saving.
+    [[nodiscard]] std::vector<support::TestKey> SnmpKeys() const
+    {
+        return {hostSnmp, server.Subkey("VTNSNMP"), storage.Subkey("VTNSNMP"), nic.Subkey("VTNNISNMP")};
+    }
+
+    support::SavedKey host{"SYSTEM\\CurrentControlSet\\Services\\VtMgHost"};
+    support::SavedKey server{"SYSTEM\\CurrentControlSet\\Services\\VtMgServ"};
+    support::SavedKey storage{"SYSTEM\\CurrentControlSet\\Services\\VtMgStor"};
+    support::SavedKey nic{"SYSTEM\\CurrentControlSet\\Services\\VTNNicMgmt"};
+    support::SavedKey product{"SOFTWARE\\Vortan Lumora Agent"};
+    support::SavedKey activeDebugger{"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug"};
+    support::TestKey hostSnmp = host.Subkey("VTNSNMP");
+    support::TestKey hostAgent = host.Subkey("VTNMHOST");
+    support::TestKey parkedDebugger = host.Subkey("AppTrap");
+};
+
+// Every kind of edit.
+inline constexpr DWORD everyChange = IntervalChanged | SetsChanged | RemoteRebootChanged |
+                                     ExceptionTrapChanged | TelnetChanged | RackTrapsChanged;
+
+inline SnmpSettings LoadSnmpSettings()
+{
+    SnmpSettings settings;
+    settings.Load();
+    return settings;
+}
