@@ -2,6 +2,7 @@
 #pragma once
 
 #include "applet/SheetAssembly.h"
+#include "pages/SnmpPage.h"
 #include "pages/StoragePage.h"
 
 // A page as a member of the sheet: constructed, which loads its settings, and assigned to its role.
@@ -24,4 +25,5 @@ class CVtnCplPropSheet : public CSheetAssembly
 
   private:
     PageMember<CVtnStoragePropPage, PageRole::Storage> m_storagePage{*this};
+    PageMember<CVtnSnmpPropPage, PageRole::SnmpSettings> m_snmpPage{*this};
 };

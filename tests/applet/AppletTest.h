@@ -1,4 +1,4 @@
-// The machine on which the built applet is tested: a member server with its storage agents, without a board.
+// The machine on which the built applet is tested: a member server with its agents, without a board.
 #pragma once
 
 #include "support/AppletHost.h"
@@ -17,14 +17,27 @@ struct TestMachine
     TestMachine()
     {
         productOptions.SetString("ProductType", "ServerNT");
-        storageAgents.Clear();
+        for (const support::TestKey* key :
+             {&hostAgents, &serverAgents, &storageAgents, &nicAgents, &product, &activeDebugger})
+            key->Clear();
+        hostSnmp.Create();
+        hostAgent.Create();
+        parkedDebugger.Create();
         fibreAgent.SetDword("DisableFlags", 0);
         arrayAgent.SetDword("DisableFlags", 0);
         sasAgent.SetDword("DisableFlags", 0);
     }
 
     support::SavedKey productOptions{"SYSTEM\\CurrentControlSet\\Control\\ProductOptions"};
+    support::SavedKey hostAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgHost"};
+    support::SavedKey serverAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgServ"};
     support::SavedKey storageAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgStor"};
+    support::SavedKey nicAgents{"SYSTEM\\CurrentControlSet\\Services\\VTNNicMgmt"};
+    support::SavedKey product{"SOFTWARE\\Vortan Lumora Agent"};
+    support::SavedKey activeDebugger{"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug"};
+    support::TestKey hostSnmp = hostAgents.Subkey("VTNSNMP");
+    support::TestKey hostAgent = hostAgents.Subkey("VTNMHOST");
+    support::TestKey parkedDebugger = hostAgents.Subkey("AppTrap");
     support::TestKey fibreAgent = storageAgents.Subkey("VTNFCA");
     support::TestKey arrayAgent = storageAgents.Subkey("VTNMIDA");
     support::TestKey sasAgent = storageAgents.Subkey("VTNSAS");

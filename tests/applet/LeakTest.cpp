@@ -12,8 +12,15 @@ using support::ResourceCount;
 class Leak : public AppletTest
 {
   protected:
-    // The first opening loads libraries and registers window classes that stay.
-    void SetUp() override { OpenAndCancel(); }
+    // The first opening loads libraries and registers window classes, and the first painting makes brushes
+    // and fonts, that stay.
+    void SetUp() override
+    {
+        m_host.Open();
+        RedrawWindow(m_host.Sheet().Window(), nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+        m_host.PressCancel();
+    }
 
     void OpenAndCancel()
     {

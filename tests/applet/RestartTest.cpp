@@ -126,6 +126,7 @@ TEST_F(Restart, IsNotOfferedDuringAnInstallation)
 {
     m_host.SetCommandLine("control.exe vtnmgmt.cpl /setup");
     OpenAndTickABox();
+    m_log.Clear();
     m_host.PressOk();
     EXPECT_EQ(Told(), Calls{});
     EXPECT_EQ(m_services.Calls(), Calls{});

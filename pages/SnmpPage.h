@@ -1,0 +1,50 @@
+// The SNMP Settings page: what all agents share, a test trap, and the clearing of the thresholds.
+#pragma once
+
+#include "pages/PropPage.h"
+#include "pages/SnmpSettings.h"
+#include "sysaccess/ParsedEdit.h"
+
+#include <afxwin.h>
+
+class CVtnSnmpPropPage : public CVtnPropPage
+{
+  public:
+    // Loads the settings; throws ConfigurationError.
+    CVtnSnmpPropPage();
+
+    DWORD Save() override;
+    [[nodiscard]] bool IsChanged() const override { return LOWORD(m_changes) != 0; }
+
+  protected:
+    void DoDataExchange(CDataExchange* pDX) override;
+    BOOL OnInitDialog() override;
+
+    afx_msg void OnInterval() { m_changes |= IntervalChanged; }
+    // Remote reboot works through SNMP sets: without them it is unchecked and cannot be checked.
+    afx_msg void OnSnmpSets();
+    afx_msg void OnRemoteReboot() { m_changes |= RemoteRebootChanged; }
+    afx_msg void OnExceptionTrap() { m_changes |= ExceptionTrapChanged; }
+    afx_msg void OnTelnet() { m_changes |= TelnetChanged; }
+    afx_msg void OnRackTraps() { m_changes |= RackTrapsChanged; }
+    afx_msg void OnServerRole() { SetModified(TRUE); }
+    afx_msg void OnTestTrap();
+    afx_msg void OnClearThresholds();
+
+    DECLARE_MESSAGE_MAP()
+
+  private:
+    void ExchangeServerRole(CDataExchange* pDX);
+    void FillIntervals();
+    void ReportThresholds(bool areCleared) const;
+
+    CButton m_testTrapButton;
+    CComboBox m_intervals;
+    CButton m_remoteRebootBox;
+    CButton m_snmpSetsBox;
+    CButton m_rackTrapsBox;
+    CParsedEdit m_serverRoleEdit;
+
+    SnmpSettings m_settings;
+    DWORD m_changes = 0; // SnmpChange bits
+};
