@@ -58,6 +58,22 @@ stop_machine() {
   wineserver -k >/dev/null 2>&1 || true
 }
 
+# receive_traps: shows the traps that the machine sends, where Debian's receiver of traps is installed. The caller ends
+# it with stop_receiving_traps.
+receive_traps() {
+  local receiver port=10162
+  receiver=$(PATH="$PATH:/usr/sbin" command -v snmptrapd) || return 0
+  "$receiver" -f -C -n -m '' -On --disableAuthorization=yes -F 'Trap received: %v\n' -Lo "udp:127.0.0.1:$port" \
+    2>/dev/null 8>&- &
+  TRAP_RECEIVER_PID=$!
+  export VTN_TRAP_PORT=$port
+}
+
+stop_receiving_traps() {
+  [ -z "${TRAP_RECEIVER_PID:-}" ] || kill "$TRAP_RECEIVER_PID" 2>/dev/null || true
+  TRAP_RECEIVER_PID=
+}
+
 # open_applet [ARGUMENT...]: opens the applet as Control Panel does, and ends when it is closed. Its shares are those
 # of the stand-in, which is put before Wine's own library.
 open_applet() {

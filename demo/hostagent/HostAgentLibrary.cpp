@@ -1,11 +1,15 @@
-// Writes traps to the log beside this library.
+// Sends traps, and keeps the log of them beside this library.
 #include "HostAgentLibrary.h"
+
+#include "SnmpTrap.h"
 
 #include "../support/Error.h"
 
 #include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string>
 
 namespace {
 
@@ -31,16 +35,33 @@ std::string LocalTime()
     return text.data();
 }
 
-DWORD AppendLine(const char* text)
+DWORD AppendLine(const std::string& text)
 {
     std::ofstream log(LogPath(), std::ios::app);
     log << LocalTime() << ' ' << text << std::endl;
     return log ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
 }
 
+// The port of whoever receives traps on this machine; 0 when nobody does.
+unsigned short ReceiverPort()
+{
+    std::array<char, 8> port{};
+    GetEnvironmentVariableA(kReceiverPortVariable, port.data(), port.size());
+    return static_cast<unsigned short>(std::strtoul(port.data(), nullptr, 10));
+}
+
+DWORD SendTrap(const char* text)
+{
+    const unsigned short port = ReceiverPort();
+    if (port == 0)
+        return AppendLine(std::string("nobody receives traps here: ") + text);
+    demo::SendToPort(demo::EncodeTrap(text, GetTickCount() / 10), port);
+    return AppendLine("sent to UDP port " + std::to_string(port) + ": " + text);
+}
+
 } // namespace
 
 DWORD sendVtnUserTrap(const char* text)
 {
-    return demo::CodeOf([&] { return AppendLine(text); });
+    return demo::CodeOf([&] { return SendTrap(text); });
 }
