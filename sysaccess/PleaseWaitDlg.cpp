@@ -39,6 +39,7 @@ void CPleaseWaitDlg::SetMessage(const char* message)
     m_message = message;
     SetDlgItemText(IDC_PLEASE_WAIT_TEXT, m_message);
     UpdateWindow();
+    GiveSignOfLife();
     m_shownSince = GetTickCount();
 }
 
@@ -58,6 +59,13 @@ int CPleaseWaitDlg::OnCreate(LPCREATESTRUCT createStruct)
     return 0;
 }
 
+void GiveSignOfLife()
+{
+    // Any message that nobody posts would do: the look is what counts.
+    MSG message;
+    PeekMessageA(&message, nullptr, WM_APP, WM_APP, PM_NOREMOVE);
+}
+
 HWND ShowPleaseWait(HWND owner, const char* message, PleaseWaitSlot& slot)
 {
     if (slot != nullptr) {
@@ -68,6 +76,7 @@ HWND ShowPleaseWait(HWND owner, const char* message, PleaseWaitSlot& slot)
     if (!dialog->Create(CPleaseWaitDlg::IDD))
         return nullptr;
     dialog->UpdateWindow();
+    GiveSignOfLife();
     slot = std::move(dialog);
     return slot->m_hWnd;
 }

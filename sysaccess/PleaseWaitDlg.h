@@ -41,6 +41,11 @@ class CPleaseWaitDlg : public CDialog
     std::optional<CWaitCursor> m_waitCursor;
 };
 
+// Brings what is painted to the screen and shows Windows that the calling thread is alive, without taking a
+// message: the windows of a thread that has not looked at its queue for five seconds are replaced by ghosts
+// that nobody paints. Called wherever a procedure keeps its thread busy.
+void GiveSignOfLife();
+
 // Where the starts and stops of one procedure keep their one dialog: empty until the first of them shows it.
 using PleaseWaitSlot = std::unique_ptr<CPleaseWaitDlg>;
 

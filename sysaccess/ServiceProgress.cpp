@@ -153,6 +153,7 @@ bool WaitForServiceState(HWND window, SC_HANDLE service, SERVICE_STATUS& status,
             break;
         const DWORD milliseconds = wait.SleepAfter(status);
         Repaint(window);
+        GiveSignOfLife();
         Sleep(milliseconds);
     }
     return status.dwCurrentState == wantedState;

@@ -2,6 +2,7 @@
 #include "sysaccess/PleaseWaitDlg.h"
 #include "support/DialogDriver.h"
 #include "support/FakeClock.h"
+#include "support/ImportHook.h"
 
 #include <gtest/gtest.h>
 
@@ -45,6 +46,31 @@ TEST_F(PleaseWaitDlg, IsPaintedWithoutAnybodyDispatchingMessages)
     EXPECT_TRUE(IsPainted());
     Show("Starting another.");
     EXPECT_TRUE(IsPainted());
+}
+
+// How often `action` looks at the message queue.
+template <typename Action>
+int LooksDuring(Action action)
+{
+    int looks = 0;
+    const auto count = support::HookImport<decltype(PeekMessageA)>(
+        GetModuleHandleA(nullptr), "PeekMessageA",
+        [&](auto original, LPMSG message, HWND window, UINT first, UINT last, UINT flags) {
+            ++looks;
+            return original(message, window, first, last, flags);
+        });
+    action();
+    return looks;
+}
+
+TEST_F(PleaseWaitDlg, LooksAtTheMessagesWithEachTextAndTakesNone)
+{
+    PostThreadMessageA(GetCurrentThreadId(), WM_APP, 7, 0);
+    EXPECT_EQ(LooksDuring([&] { Show("Starting one."); }), 1);
+    EXPECT_EQ(LooksDuring([&] { Show("Starting another."); }), 1);
+    MSG message{};
+    EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_APP, WM_APP, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 7U);
 }
 
 TEST_F(PleaseWaitDlg, CannotBeClosedByItsUser)

@@ -175,6 +175,18 @@ TEST_F(WaitForServiceStateTest, LeavesTheLastStatusWithTheCaller)
     EXPECT_EQ(m_status.dwWaitHint, 400U);
 }
 
+TEST_F(WaitForServiceStateTest, LooksAtTheMessagesInEveryRound)
+{
+    const auto look = support::HookImport<decltype(PeekMessageA)>(
+        GetModuleHandleA(nullptr), "PeekMessageA", [&](auto, LPMSG, HWND, UINT, UINT, UINT flags) {
+            m_log.Add("Look " + std::to_string(flags));
+            return FALSE;
+        });
+    EXPECT_TRUE(Wait({ServiceState(SERVICE_START_PENDING, 1, 5), ServiceState(SERVICE_START_PENDING, 2, 6),
+                      ServiceState(SERVICE_RUNNING)}));
+    EXPECT_EQ(m_log.CallsOf({"Look", "Sleep"}), (Calls{"Look 0", "Sleep 5", "Look 0", "Sleep 6"}));
+}
+
 support::CallLog* paintLog = nullptr;
 
 LRESULT CALLBACK LogPaint(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
