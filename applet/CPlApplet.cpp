@@ -17,6 +17,7 @@ void Initialise()
 {
     TheAppletRecord();
     theApp.CopyHelpFilePath();
+    theApp.UseAppletNameAsCaption();
     theApp.RegisterShellHelpMessage();
 }
 

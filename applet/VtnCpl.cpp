@@ -27,6 +27,12 @@ void CVtnCPL::CopyHelpFilePath()
     m_pszHelpFilePath = _strdup(HelpFilePath());
 }
 
+void CVtnCPL::UseAppletNameAsCaption()
+{
+    m_appletName.LoadString(IDS_APPLET_NAME);
+    m_pszAppName = m_appletName;
+}
+
 void CVtnCPL::RegisterShellHelpMessage()
 {
     m_shellHelpMessage = RegisterWindowMessageA("ShellHelp");

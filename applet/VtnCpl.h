@@ -16,6 +16,9 @@ class CVtnCPL : public CWinApp
     // Keeps a copy of the current help file path, which replaces the last one.
     void CopyHelpFilePath();
 
+    // From now on message boxes without a caption of their own have the applet's name.
+    void UseAppletNameAsCaption();
+
     // Registers the message by which a shell asks for help. Its number is kept, though no window looks for it
     // yet.
     void RegisterShellHelpMessage();
@@ -26,6 +29,7 @@ class CVtnCPL : public CWinApp
   private:
     HINSTANCE m_instance = nullptr;
     UINT m_shellHelpMessage = 0;
+    CString m_appletName;
 };
 
 extern CVtnCPL theApp;

@@ -28,6 +28,23 @@ class Leak : public AppletTest
         m_host.PressCancel();
     }
 
+    // Repeats an action that must leave nothing. What leaks grows with every round; what Windows makes once
+    // for itself, at a time of its own choosing, does not.
+    template <typename Action>
+    void ExpectNoGrowth(Action action)
+    {
+        constexpr int rounds = 3;
+        for (int round = 1; round < rounds; ++round) {
+            const ResourceCount before = ResourceCount::Now();
+            action();
+            if (!support::HasGrown(before, ResourceCount::Now()))
+                return;
+        }
+        const ResourceCount before = ResourceCount::Now();
+        action();
+        ExpectNoLeak(before);
+    }
+
     // Opens the sheet on a machine that refuses its configuration: while the pages load, or when they are
     // saved.
     void OpenRefused()
@@ -51,10 +68,10 @@ class Leak : public AppletTest
 
 TEST_F(Leak, TwoOpeningsInARowLeaveNothing)
 {
-    const ResourceCount before = ResourceCount::Now();
-    OpenAndCancel();
-    OpenAndCancel();
-    ExpectNoLeak(before);
+    ExpectNoGrowth([this] {
+        OpenAndCancel();
+        OpenAndCancel();
+    });
 }
 
 TEST_F(Leak, EveryHookThatTheSheetInstallsIsRemoved)
@@ -69,32 +86,28 @@ TEST_F(Leak, EveryHookThatTheSheetInstallsIsRemoved)
 
 TEST_F(Leak, ARefusalWhileLoadingLeavesNothing)
 {
-    OpenRefused();
-    const ResourceCount before = ResourceCount::Now();
-    OpenRefused();
-    OpenAndCancel();
-    ExpectNoLeak(before);
+    ExpectNoGrowth([this] {
+        OpenRefused();
+        OpenAndCancel();
+    });
 }
 
 TEST_F(Leak, ARefusedSaveLeavesNothing)
 {
-    SaveRefused();
-    const ResourceCount before = ResourceCount::Now();
-    SaveRefused();
-    OpenAndCancel();
-    ExpectNoLeak(before);
+    ExpectNoGrowth([this] {
+        SaveRefused();
+        OpenAndCancel();
+    });
 }
 
 TEST_F(Leak, MessagesThatOpenNothingLeaveNothing)
 {
-    const ResourceCount before = ResourceCount::Now();
-    CPLINFO info{};
-    for (int round = 0; round < 3; ++round) {
+    ExpectNoGrowth([this] {
+        CPLINFO info{};
         m_host.Send(CPL_INIT);
         m_host.Send(CPL_INQUIRE, 1, reinterpret_cast<LPARAM>(&info));
         m_host.Send(CPL_NEWINQUIRE);
-    }
-    ExpectNoLeak(before);
+    });
 }
 
 TEST_F(Leak, EachInitFreesTheHelpPathOfTheLastOne)

@@ -348,6 +348,7 @@ TEST_F(SnmpPage, RefusesAnEditedServerRoleThatIsStillTooLong)
     EXPECT_FALSE(m_host.HasEnded());
     ASSERT_EQ(m_boxes.Shown().size(), 1);
     EXPECT_EQ(m_boxes.Shown().front().text, "Enter no more than 64 characters.");
+    EXPECT_EQ(m_boxes.Shown().front().caption, "Norvale Management Agents");
     page.SetText(IDC_SNMP_SERVER_ROLE, std::string(64, 'r'));
     m_host.PressOk();
     ExpectString(m_machine.product, "ServerRole", std::string(64, 'r'));

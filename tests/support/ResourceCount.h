@@ -24,6 +24,10 @@ struct ResourceCount
 
 std::ostream& operator<<(std::ostream& out, const ResourceCount& count);
 
+// Whether the process holds more of anything at `now` than it did at `before`. Fewer of one kind makes up for
+// no other.
+[[nodiscard]] bool HasGrown(const ResourceCount& before, const ResourceCount& now);
+
 // Fails the test at the caller's line when the process holds more of anything than it did at `before`.
 void ExpectNoLeak(const ResourceCount& before, Location where = Location::current());
 
