@@ -2,6 +2,7 @@
 #pragma once
 
 #include "applet/SheetAssembly.h"
+#include "pages/Rb4Page.h"
 #include "pages/SnmpPage.h"
 #include "pages/StoragePage.h"
 
@@ -26,4 +27,5 @@ class CVtnCplPropSheet : public CSheetAssembly
   private:
     PageMember<CVtnStoragePropPage, PageRole::Storage> m_storagePage{*this};
     PageMember<CVtnSnmpPropPage, PageRole::SnmpSettings> m_snmpPage{*this};
+    PageMember<CVtnRb4PropPage, PageRole::RemoteLumora> m_boardPage{*this};
 };

@@ -3,12 +3,14 @@
 #include "SystemMemory.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <strings.h>
+#include <thread>
 #include <unistd.h>
 #include <windows.h>
 
@@ -161,4 +163,9 @@ DWORD CharUpperBuffA(LPSTR text, DWORD length)
         return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 32) : letter;
     });
     return length;
+}
+
+void Sleep(DWORD milliseconds)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

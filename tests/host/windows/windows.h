@@ -75,6 +75,7 @@ FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
 DWORD ExpandEnvironmentStringsA(LPCSTR source, LPSTR destination, DWORD size);
 DWORD CharUpperBuffA(LPSTR text, DWORD length);
+void Sleep(DWORD milliseconds);
 
 // --- files
 
