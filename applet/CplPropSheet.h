@@ -2,6 +2,7 @@
 #pragma once
 
 #include "applet/SheetAssembly.h"
+#include "pages/ProcMonPage.h"
 #include "pages/Rb4Page.h"
 #include "pages/SnmpPage.h"
 #include "pages/StoragePage.h"
@@ -28,4 +29,5 @@ class CVtnCplPropSheet : public CSheetAssembly
     PageMember<CVtnStoragePropPage, PageRole::Storage> m_storagePage{*this};
     PageMember<CVtnSnmpPropPage, PageRole::SnmpSettings> m_snmpPage{*this};
     PageMember<CVtnRb4PropPage, PageRole::RemoteLumora> m_boardPage{*this};
+    PageMember<ProcMonPage, PageRole::ProcessMonitor> m_processMonitorPage{*this};
 };

@@ -23,6 +23,7 @@ struct TestMachine
         hostSnmp.Create();
         hostAgent.Create();
         parkedDebugger.Create();
+        hostParameters.Create();
         fibreAgent.SetDword("DisableFlags", 0);
         arrayAgent.SetDword("DisableFlags", 0);
         sasAgent.SetDword("DisableFlags", 0);
@@ -37,6 +38,7 @@ struct TestMachine
     support::SavedKey activeDebugger{"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug"};
     support::TestKey hostSnmp = hostAgents.Subkey("VTNSNMP");
     support::TestKey hostAgent = hostAgents.Subkey("VTNMHOST");
+    support::TestKey hostParameters = hostAgents.Subkey("Parameters");
     support::TestKey parkedDebugger = hostAgents.Subkey("AppTrap");
     support::TestKey fibreAgent = storageAgents.Subkey("VTNFCA");
     support::TestKey arrayAgent = storageAgents.Subkey("VTNMIDA");

@@ -1,0 +1,29 @@
+// Answers for a long list box what its own search for a name would find, without looking at every line.
+#pragma once
+
+#include <set>
+#include <string>
+#include <unordered_set>
+
+// The names of the lines that a list box was filled with; the name of a line ends before its first tab.
+class ListedNames
+{
+  public:
+    enum class FirstMatch
+    {
+        AnotherOrNone, // not a line of just this name, which is nowhere in the list
+        TheName,
+        AskTheList, // several lines begin with the name, and the list's order decides
+    };
+
+    // A line with this name, in lower case, is in the list now.
+    void Add(const std::string& name);
+
+    // What the list box's search for the first line that begins with `name`, in lower case, comes to.
+    [[nodiscard]] FirstMatch Find(const std::string& name) const;
+
+  private:
+    std::unordered_set<std::string> m_names;
+    // Every text that a search compares with the beginning of what it looks for.
+    std::multiset<std::string> m_beginnings;
+};

@@ -1,0 +1,230 @@
+// The process list; see the header.
+#include "pages/ProcessList.h"
+
+#include "pages/ListedNames.h"
+#include "pages/TaskList.h"
+#include "resources/resource.h"
+#include "sysaccess/MessageBoxes.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int optionColumn = 80; // dialog units from the list's left edge
+
+// A list box redraws at every line that it is given: with thousands of them for seconds.
+class RedrawPause
+{
+  public:
+    explicit RedrawPause(CWnd& window) : m_window(window) { m_window.SetRedraw(FALSE); }
+    ~RedrawPause()
+    {
+        m_window.SetRedraw(TRUE);
+        m_window.Invalidate();
+    }
+    RedrawPause(const RedrawPause&) = delete;
+    RedrawPause& operator=(const RedrawPause&) = delete;
+
+  private:
+    CWnd& m_window;
+};
+
+CString LowerCase(const char* name)
+{
+    CString lower(name);
+    lower.MakeLower();
+    return lower;
+}
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(ProcessList, CListBox)
+    ON_CONTROL_REFLECT(LBN_SELCHANGE, &ProcessList::OnSelectionChanged)
+END_MESSAGE_MAP()
+
+CString ProcessList::OptionText(int option) const
+{
+    const auto number = static_cast<std::size_t>(option & ProcessOptionMask);
+    return number < m_optionTexts.size() ? m_optionTexts[number] : CString();
+}
+
+CString ProcessList::LineOf(const CString& name, int option) const
+{
+    return name + "\t" + OptionText(option);
+}
+
+void ProcessList::Load()
+{
+    const std::vector<MonitoredProcess> configured = LoadMonitoredProcesses();
+    for (std::size_t option = 0; option < m_optionTexts.size(); ++option)
+        m_optionTexts[option] = LoadText(IDS_PROCMON_OPTION_NONE + static_cast<UINT>(option));
+    ResetContent();
+    SetTabStops(optionColumn);
+    {
+        const RedrawPause pause(*this);
+        ListedNames listed;
+        for (const MonitoredProcess& process : configured)
+            LoadItem(listed, process.name, static_cast<signed char>(process.option));
+        for (const std::string& name : RunningProcessNames())
+            LoadItem(listed, name, ProcessOptionNone);
+    }
+    m_current = 0;
+    UpdateDeleteButton();
+}
+
+// AddItem for thousands of names: the list box, whose search looks at every line, is asked only about those
+// that several lines begin with.
+void ProcessList::LoadItem(ListedNames& listed, const std::string& name, int option)
+{
+    const CString lower = LowerCase(name.c_str());
+    const ListedNames::FirstMatch match = listed.Find(static_cast<LPCSTR>(lower));
+    if (match == ListedNames::FirstMatch::TheName)
+        return;
+    if (match == ListedNames::FirstMatch::AskTheList)
+        AddItem(lower, option);
+    else
+        AddLine(lower, option);
+    listed.Add(static_cast<LPCSTR>(lower));
+}
+
+void ProcessList::Save() const
+{
+    std::vector<MonitoredProcess> processes;
+    for (int index = 0; index < GetCount(); ++index)
+        processes.push_back({static_cast<BYTE>(GetItemData(index)), static_cast<LPCSTR>(NameOf(index))});
+    SaveMonitoredProcesses(processes);
+}
+
+void ProcessList::AddItem(const char* name, int option)
+{
+    const CString lower = LowerCase(name);
+    // The first line that begins with the name decides alone: behind "foo bar" a line "foo" is not seen, and
+    // the name is listed twice.
+    const int found = FindString(-1, lower);
+    if (found != LB_ERR && NameOf(found) == lower)
+        m_current = found;
+    else
+        AddLine(lower, option);
+}
+
+void ProcessList::AddLine(const CString& name, int option)
+{
+    m_current = AddString(LineOf(name, option));
+    SetItemData(m_current, static_cast<DWORD_PTR>(option));
+}
+
+CString ProcessList::NameOf(int index) const
+{
+    CString line;
+    GetText(index, line);
+    return line.Left(line.Find('\t'));
+}
+
+int ProcessList::CurrentOption() const
+{
+    return static_cast<int>(GetItemData(m_current));
+}
+
+void ProcessList::BeginAdd(CEdit& edit)
+{
+    AddItem("", ProcessOptionNone);
+    SelectCurrent();
+    UpdateDeleteButton();
+    EnableOptions(FALSE);
+    PlaceOverCurrent(edit);
+    m_addButton.SetWindowText(LoadText(IDS_PROCMON_ENTER));
+    m_addMode = false;
+}
+
+void ProcessList::PlaceOverCurrent(CEdit& edit)
+{
+    CRect place;
+    GetItemRect(m_current, place);
+    // As far as the name's column goes.
+    place.right = place.right / 5 * 2;
+    edit.SetParent(this);
+    edit.SetWindowText("");
+    edit.MoveWindow(place);
+    edit.ShowWindow(SW_SHOW);
+    edit.BringWindowToTop();
+    edit.SetFocus();
+}
+
+void ProcessList::FinishAdd(CEdit& edit)
+{
+    m_addButton.SetWindowText(LoadText(IDS_PROCMON_ADD));
+    // Before the edit is hidden, which takes its focus: the loss of focus must not finish once more.
+    m_addMode = true;
+    CString name;
+    edit.GetWindowText(name);
+    edit.ShowWindow(SW_HIDE);
+    // Back to the page, which looks for its controls among its own children.
+    edit.SetParent(GetParent());
+    DeleteCurrent();
+    name.TrimLeft();
+    name.TrimRight();
+    if (!name.IsEmpty())
+        AddItem(name, ProcessAddedByHand);
+    SelectCurrent();
+    SetFocus();
+    UpdateDeleteButton();
+    ShowOption();
+}
+
+void ProcessList::DeleteCurrent()
+{
+    DeleteString(static_cast<UINT>(m_current));
+    m_current = std::max(m_current - 1, 0);
+    UpdateDeleteButton();
+    SelectCurrent();
+    SetFocus();
+    ShowOption();
+}
+
+bool ProcessList::ChangeOption()
+{
+    const int checked = GetParent()->GetCheckedRadioButton(IDC_PROCMON_NONE, IDC_PROCMON_START_STOP);
+    if (checked == 0 || m_current < 0 || m_current >= GetCount())
+        return false;
+    const int option = (checked - IDC_PROCMON_NONE) | (CurrentOption() & ProcessAddedByHand);
+    const CString name = NameOf(m_current);
+    DeleteString(static_cast<UINT>(m_current));
+    // Not sorted in again: the line must not move under the user's eyes.
+    m_current = InsertString(m_current, LineOf(name, option));
+    SetItemData(m_current, static_cast<DWORD_PTR>(option));
+    SelectCurrent();
+    return true;
+}
+
+void ProcessList::OnSelectionChanged()
+{
+    m_current = GetCurSel();
+    UpdateDeleteButton();
+    ShowOption();
+}
+
+void ProcessList::SelectCurrent()
+{
+    SetCurSel(m_current);
+}
+
+// Without a current line all bits are set, so the button is enabled; pressing it then deletes nothing.
+void ProcessList::UpdateDeleteButton()
+{
+    m_deleteButton.EnableWindow((CurrentOption() & ProcessAddedByHand) != 0);
+}
+
+// A number that is no option's, as without a current line, leaves all four unchecked.
+void ProcessList::ShowOption()
+{
+    GetParent()->CheckRadioButton(IDC_PROCMON_NONE, IDC_PROCMON_START_STOP,
+                                  IDC_PROCMON_NONE + (CurrentOption() & ProcessOptionMask));
+    EnableOptions(TRUE);
+}
+
+void ProcessList::EnableOptions(BOOL enable)
+{
+    for (const int id : {IDC_PROCMON_NONE, IDC_PROCMON_START, IDC_PROCMON_STOP, IDC_PROCMON_START_STOP,
+                         IDC_PROCMON_OPTION_GROUP})
+        GetParent()->GetDlgItem(id)->EnableWindow(enable);
+}

@@ -1,0 +1,48 @@
+// The call of vthstutl.dll.
+#include "pages/TaskList.h"
+
+#include "hostutil/TaskRecord.h"
+#include "sysaccess/Handles.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <span>
+
+namespace {
+
+// What the performance counters call the sum of all processes, the idle time, and a process without a name.
+constexpr std::array<std::string_view, 3> notPrograms = {"_Total", "Idle", "unknown"};
+
+using UniqueTaskList = UniqueHandle<TaskRecord*, [](TaskRecord* list) { std::free(list); }>;
+
+std::string NameOf(const TaskRecord& record)
+{
+    return {record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0')};
+}
+
+std::vector<std::string> NamesOf(std::span<const TaskRecord> records)
+{
+    std::vector<std::string> names;
+    for (const TaskRecord& record : records) {
+        std::string name = NameOf(record);
+        const bool isProgram = std::find(notPrograms.begin(), notPrograms.end(), name) == notPrograms.end();
+        if (isProgram && (names.empty() || names.back() != name))
+            names.push_back(std::move(name));
+    }
+    return names;
+}
+
+} // namespace
+
+std::vector<std::string> RunningProcessNames()
+{
+    const UniqueLibrary library(LoadLibraryA("vthstutl.dll"));
+    if (!library)
+        return {};
+    const auto getTaskList = EntryPoint<GetTaskListFunction>(library.Get(), "GetTaskList");
+    if (getTaskList == nullptr)
+        return {};
+    std::uint32_t count = 0;
+    const UniqueTaskList list(getTaskList(&count));
+    return list ? NamesOf({list.Get(), count}) : std::vector<std::string>();
+}

@@ -1,0 +1,192 @@
+// What the Process Monitor page lists when it is shown, and how.
+#include "applet/ProcMonPageTest.h"
+
+#include <htmlhelp.h>
+#include <prsht.h>
+
+namespace {
+
+using support::hostUtilityLibrary;
+using namespace std::string_literals;
+
+using ProcMonLoad = ProcMonPageTest;
+
+TEST_F(ProcMonLoad, ShowsEachNameWithItsOption)
+{
+    Store("\x03notepad.exe\0\x01"s
+          "a.exe\0\x02"s
+          "b.exe\0"s);
+    Open();
+    EXPECT_EQ(Items(), (Rows{"a.exe\tStart", "b.exe\tStop", "notepad.exe\tStart & Stop"}));
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, ListsWhatRunsWithoutAnOption)
+{
+    m_tasks.names = {"Zeta.exe", "alpha.exe"};
+    Open();
+    EXPECT_EQ(Items(), (Rows{"alpha.exe\tNone", "zeta.exe\tNone"}));
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, AConfiguredNameThatRunsIsListedOnceWithItsOption)
+{
+    Store("\x02"s
+          "svc.exe\0"s);
+    m_tasks.names = {"SVC.exe"};
+    Open();
+    EXPECT_EQ(Items(), Rows{"svc.exe\tStop"});
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, InstancesOfOneProgramAreOneItem)
+{
+    m_tasks.names = {"a.exe", "a.exe", "b.exe", "a.exe"};
+    Open();
+    EXPECT_EQ(Items(), (Rows{"a.exe\tNone", "b.exe\tNone"}));
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, WhatIsNoProgramIsListedOnlyWhenItIsConfigured)
+{
+    Store("\x01idle\0"s);
+    m_tasks.names = {"_Total", "Idle", "unknown"};
+    Open();
+    EXPECT_EQ(Items(), Rows{"idle\tStart"});
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, CapitalsOfTheStoredNamesBecomeSmall)
+{
+    Store("\x01SQL.EXE\0\x02sql.exe\0"s);
+    Open();
+    EXPECT_EQ(Items(), Rows{"sql.exe\tStart"});
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, DoubledNamesAreListedOnceWithTheFirstOption)
+{
+    Store("\x01"s
+          "b\0\x03"s
+          "b\0\x02"s
+          "a\0"s);
+    Open();
+    EXPECT_EQ(Items(), (Rows{"a\tStop", "b\tStart"}));
+    m_host.PressCancel();
+}
+
+// The search for the name comes upon the bracketed one first, so the name is not seen to be there.
+TEST_F(ProcMonLoad, OnlyTheFirstItemThatBeginsWithANameCounts)
+{
+    Store("\x01[system\0\x01system\0"s);
+    m_tasks.names = {"System"};
+    Open();
+    EXPECT_EQ(Items(), (Rows{"[system\tStart", "system\tNone", "system\tStart"}));
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, OptionsThatNobodyKnowsHaveNoText)
+{
+    Store("\x04"s
+          "a\0\x08"s
+          "b\0\x8F"s
+          "c\0"s);
+    Open();
+    EXPECT_EQ(Items(), (Rows{"a\t", "b\t", "c\t"}));
+    Select(2);
+    EXPECT_EQ(CheckedOption(), "");
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, ConfigurationsThatAreCutShortAreTakenAsFarAsTheyGo)
+{
+    Store("\x01"s
+          "a\0\x02"s
+          "bc"s);
+    Open();
+    EXPECT_EQ(Items(), (Rows{"a\tStart", "bc\tStop"}));
+    m_host.PressCancel();
+    Store("\x03"s);
+    Open();
+    EXPECT_EQ(Items(), Rows{"\tStart & Stop"});
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, AFirstOptionOfZeroIsNoConfiguration)
+{
+    Store("\0a\0\x01"s
+          "b\0"s);
+    Open();
+    EXPECT_EQ(Items(), Rows());
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, WithoutTheLibraryOrItsEntryOnlyConfiguredNamesAreListed)
+{
+    Store("\x01"s
+          "a\0"s);
+    m_tasks.names = {"b"};
+    m_libraries.Remove(hostUtilityLibrary);
+    Open();
+    EXPECT_EQ(Items(), Rows{"a\tStart"});
+    m_host.PressCancel();
+    m_libraries.Add(hostUtilityLibrary);
+    Open();
+    EXPECT_EQ(Items(), Rows{"a\tStart"});
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, TheLibraryIsReleased)
+{
+    Open();
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 1);
+    EXPECT_EQ(m_libraries.Held(hostUtilityLibrary), 0);
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, ARefusedConfigurationEndsTheSheetWithTheMessage)
+{
+    m_host.Open();
+    m_machine.hostParameters.Delete();
+    m_boxes.Answer(IDOK);
+    PostMessageA(m_host.Sheet().Window(), PSM_SETCURSELID, 0, IDD_PROCMON);
+    m_host.WaitForEnd();
+    ASSERT_EQ(m_boxes.Shown().size(), 1U);
+    EXPECT_EQ(m_boxes.Shown()[0].caption, "Management Agents Error");
+}
+
+TEST_F(ProcMonLoad, NothingIsSelectedAndTheOptionsAreDisabledAtFirst)
+{
+    Store("\x01"s
+          "a\0"s);
+    Open();
+    EXPECT_EQ(Page().Selection(IDC_PROCMON_LIST), -1);
+    EXPECT_FALSE(Page().IsEnabled(IDC_PROCMON_NONE));
+    EXPECT_FALSE(Page().IsEnabled(IDC_PROCMON_OPTION_GROUP));
+    EXPECT_FALSE(Page().IsEnabled(IDC_PROCMON_DELETE));
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, DeleteIsForTheFirstItemAtFirst)
+{
+    Store("\x81"s
+          "a\0\x01"s
+          "b\0"s);
+    Open();
+    EXPECT_TRUE(Page().IsEnabled(IDC_PROCMON_DELETE));
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, ShowsTheHelpTopic)
+{
+    support::HelpRecorder help(m_host.Module());
+    Open();
+    m_host.Sheet().Click(IDHELP);
+    ASSERT_EQ(help.Requests().size(), 1U);
+    EXPECT_EQ(help.Requests()[0].topic, "html\\vtnm5po2.htm");
+    EXPECT_EQ(help.Requests()[0].command, UINT{HH_DISPLAY_TOPIC});
+    EXPECT_EQ(help.Requests()[0].owner, nullptr);
+    m_host.PressCancel();
+}
+
+} // namespace

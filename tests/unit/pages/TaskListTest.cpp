@@ -1,0 +1,94 @@
+// The names of the running processes, as the page asks the host utility library for them.
+#include "pages/TaskList.h"
+
+#include "support/TaskListScript.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Names = std::vector<std::string>;
+using support::hostUtilityLibrary;
+
+const HMODULE self = GetModuleHandleA(nullptr);
+
+class TaskList : public testing::Test
+{
+  protected:
+    support::LibraryScript m_libraries{self};
+    support::TaskListScript m_tasks{m_libraries};
+};
+
+TEST_F(TaskList, GivesTheNamesInTheLibrarysOrder)
+{
+    m_tasks.names = {"b.exe", "A.exe", "c.exe"};
+    EXPECT_EQ(RunningProcessNames(), (Names{"b.exe", "A.exe", "c.exe"}));
+}
+
+TEST_F(TaskList, IsEmptyForNoProcesses)
+{
+    EXPECT_EQ(RunningProcessNames(), Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 1);
+}
+
+TEST_F(TaskList, LeavesOutWhatIsNoProgram)
+{
+    m_tasks.names = {"_Total", "Idle", "a.exe", "unknown"};
+    EXPECT_EQ(RunningProcessNames(), Names{"a.exe"});
+}
+
+TEST_F(TaskList, LeavesOutExactlyThoseNames)
+{
+    m_tasks.names = {"_total", "idle", "Unknown", "Idle.exe"};
+    EXPECT_EQ(RunningProcessNames(), m_tasks.names);
+}
+
+TEST_F(TaskList, GivesInstancesThatFollowEachOtherOnce)
+{
+    m_tasks.names = {"a", "a", "a", "b", "a"};
+    EXPECT_EQ(RunningProcessNames(), (Names{"a", "b", "a"}));
+}
+
+TEST_F(TaskList, InstancesFollowEachOtherAcrossWhatIsNoProgram)
+{
+    m_tasks.names = {"a", "Idle", "a"};
+    EXPECT_EQ(RunningProcessNames(), Names{"a"});
+}
+
+TEST_F(TaskList, TakesANameThatFillsItsRecord)
+{
+    m_tasks.names = {std::string(260, 'n'), "b"};
+    EXPECT_EQ(RunningProcessNames(), m_tasks.names);
+}
+
+TEST_F(TaskList, IsEmptyWithoutTheLibrary)
+{
+    m_libraries.Remove(hostUtilityLibrary);
+    EXPECT_EQ(RunningProcessNames(), Names());
+}
+
+TEST_F(TaskList, IsEmptyWithoutTheEntryAndReleasesTheLibrary)
+{
+    m_tasks.names = {"a"};
+    m_libraries.Add(hostUtilityLibrary);
+    EXPECT_EQ(RunningProcessNames(), Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 1);
+    EXPECT_EQ(m_libraries.Held(hostUtilityLibrary), 0);
+}
+
+TEST_F(TaskList, IsEmptyWhenTheLibraryHasNoMemory)
+{
+    m_tasks.names = {"a"};
+    m_tasks.isExhausted = true;
+    EXPECT_EQ(RunningProcessNames(), Names());
+}
+
+TEST_F(TaskList, LoadsTheLibraryByNameAndReleasesIt)
+{
+    m_tasks.names = {"a"};
+    EXPECT_EQ(RunningProcessNames(), Names{"a"});
+    EXPECT_EQ(m_libraries.Path(hostUtilityLibrary), "vthstutl.dll");
+    EXPECT_EQ(m_libraries.Held(hostUtilityLibrary), 0);
+}
+
+} // namespace
