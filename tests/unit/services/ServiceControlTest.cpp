@@ -1,5 +1,6 @@
 // Questions to the service manager: is a service active, and which services depend on it.
 #include "sysaccess/ServiceControl.h"
+#include "support/ImportHook.h"
 #include "support/ServiceScript.h"
 
 #include <gtest/gtest.h>
@@ -100,6 +101,26 @@ TEST_F(GetDependentServicesTest, AsksAgainWithMoreRoomForALongList)
     EXPECT_TRUE(GetDependentServices("SNMP", names));
     EXPECT_EQ(names, dependents);
     EXPECT_EQ(m_manager.Log().CallsOf({"EnumDependentServicesA"}).size(), 2U);
+}
+
+TEST_F(GetDependentServicesTest, LeavesRoomForServicesThatAreInstalledInBetween)
+{
+    AddWithDependents(Names(40, "A dependent agent with a long name"));
+    std::vector<DWORD> sizes;
+    std::vector<DWORD> needs;
+    const auto watch = support::HookImport<decltype(EnumDependentServicesA)>(
+        GetModuleHandleA(nullptr), "EnumDependentServicesA",
+        [&](auto original, SC_HANDLE service, DWORD states, LPENUM_SERVICE_STATUSA list, DWORD size,
+            LPDWORD needed, LPDWORD count) {
+            const BOOL isListed = original(service, states, list, size, needed, count);
+            sizes.push_back(size);
+            needs.push_back(*needed);
+            return isListed;
+        });
+    Names names;
+    EXPECT_TRUE(GetDependentServices("SNMP", names));
+    ASSERT_EQ(sizes.size(), 2U);
+    EXPECT_EQ(sizes, (std::vector<DWORD>{1024, needs[0] + 512}));
 }
 
 TEST_F(GetDependentServicesTest, HasNoneForAMissingService)
