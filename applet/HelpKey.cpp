@@ -20,30 +20,26 @@ bool IsHelpKey(const MSG& message)
 
 } // namespace
 
-HHOOK HelpKeyHook::s_hook = nullptr;
-
 void RecordSheetWindow(HWND sheet)
 {
     sheetWindow = sheet;
 }
 
 HelpKeyHook::HelpKeyHook()
+    : m_hook(SetWindowsHookExA(WH_MSGFILTER, &FilterMessage, nullptr, GetCurrentThreadId()))
 {
-    s_hook = SetWindowsHookExA(WH_MSGFILTER, &FilterMessage, nullptr, GetCurrentThreadId());
 }
 
 HelpKeyHook::~HelpKeyHook()
 {
-    UnhookWindowsHookEx(s_hook);
-    s_hook = nullptr;
-    sheetWindow = nullptr;
+    UnhookWindowsHookEx(m_hook);
 }
 
 LRESULT CALLBACK HelpKeyHook::FilterMessage(int code, WPARAM wParam, LPARAM lParam)
 {
     const auto& message = *reinterpret_cast<const MSG*>(lParam);
     if (sheetWindow == nullptr || code != MSGF_DIALOGBOX || !IsHelpKey(message))
-        return CallNextHookEx(s_hook, code, wParam, lParam);
+        return CallNextHookEx(nullptr, code, wParam, lParam); // the system knows which hook calls
     PostMessageA(sheetWindow, WM_COMMAND, ID_HELP, 0);
     return 0;
 }

@@ -3,12 +3,12 @@
 
 #include <windows.h>
 
-// Tells the F1 hook which window the sheet is. Called by the sheet as soon as it has a window.
+// Tells the F1 hook which window the sheet is. Called by the sheet as soon as it has a window, and with null
+// when it loses it: the hook may outlive the window.
 void RecordSheetWindow(HWND sheet);
 
 // While one of these lives, F1 without Shift or Ctrl in a dialog of the calling thread posts WM_COMMAND
-// ID_HELP to the recorded sheet. The dialog sees the key all the same. The sheet is forgotten with the end of
-// the hook.
+// ID_HELP to the recorded sheet. The dialog sees the key all the same.
 class HelpKeyHook
 {
   public:
@@ -20,5 +20,5 @@ class HelpKeyHook
   private:
     static LRESULT CALLBACK FilterMessage(int code, WPARAM wParam, LPARAM lParam);
 
-    static HHOOK s_hook;
+    HHOOK m_hook;
 };

@@ -53,6 +53,7 @@ constexpr UINT inPlace = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
 
 BEGIN_MESSAGE_MAP(CSheetAssembly, CPropertySheet)
     ON_WM_CREATE()
+    ON_WM_DESTROY()
     ON_COMMAND(ID_HELP, OnHelp)
 END_MESSAGE_MAP()
 
@@ -105,6 +106,12 @@ int CSheetAssembly::OnCreate(LPCREATESTRUCT createStruct)
         return -1;
     RecordSheetWindow(m_hWnd);
     return 0;
+}
+
+void CSheetAssembly::OnDestroy()
+{
+    RecordSheetWindow(nullptr);
+    CPropertySheet::OnDestroy();
 }
 
 BOOL CSheetAssembly::OnInitDialog()

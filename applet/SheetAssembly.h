@@ -43,6 +43,7 @@ class CSheetAssembly : public CPropertySheet, public SettingsSheet
 
   protected:
     int OnCreate(LPCREATESTRUCT createStruct);
+    void OnDestroy();
     void OnHelp();
 
     DECLARE_MESSAGE_MAP()

@@ -54,8 +54,9 @@ int CListBox::SetItemData(int nIndex, DWORD_PTR dwItemData)
 void CListBox::GetText(int nIndex, CString& rString) const
 {
     const int length = std::max(GetTextLen(nIndex), 0);
-    Ask(LB_GETTEXT, nIndex, rString.GetBuffer(length + 1));
-    rString.ReleaseBuffer(length);
+    // In double-byte code pages the length asked for may be more than what is copied.
+    const int copied = Ask(LB_GETTEXT, nIndex, rString.GetBuffer(length + 1));
+    rString.ReleaseBuffer(std::max(copied, 0));
 }
 
 int CListBox::GetItemRect(int nIndex, LPRECT lpRect) const
@@ -76,6 +77,7 @@ int CComboBox::Ask(UINT message, int index, LPCSTR text) const
 void CComboBox::GetLBText(int nIndex, CString& rString) const
 {
     const int length = std::max(GetLBTextLen(nIndex), 0);
-    Ask(CB_GETLBTEXT, nIndex, rString.GetBuffer(length + 1));
-    rString.ReleaseBuffer(length);
+    // In double-byte code pages the length asked for may be more than what is copied.
+    const int copied = Ask(CB_GETLBTEXT, nIndex, rString.GetBuffer(length + 1));
+    rString.ReleaseBuffer(std::max(copied, 0));
 }

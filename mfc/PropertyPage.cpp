@@ -91,7 +91,10 @@ BOOL CPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
         return TRUE;
     case PSN_APPLY:
         RecordOutcome(IDOK);
-        *pResult = OnApply() ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE;
+        if (OnApply())
+            return TRUE;
+        RecordOutcome(IDCANCEL);
+        *pResult = PSNRET_INVALID_NOCHANGEPAGE;
         return TRUE;
     case PSN_RESET:
         RecordOutcome(IDCANCEL);

@@ -144,6 +144,12 @@ int CPropertySheet::GetActiveIndex() const
     return static_cast<int>(::SendMessageA(tabs, TCM_GETCURSEL, 0, 0));
 }
 
+CPropertyPage* CPropertySheet::GetActivePage() const
+{
+    const int index = GetActiveIndex();
+    return index >= 0 && index < GetPageCount() ? GetPage(index) : nullptr;
+}
+
 BOOL CPropertySheet::SetActivePage(int nPage)
 {
     return SendMessage(PSM_SETCURSEL, static_cast<WPARAM>(nPage)) != FALSE;

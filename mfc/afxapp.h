@@ -55,7 +55,7 @@ class CWinApp : public CCmdTarget
 
     HINSTANCE m_hInstance = nullptr; // set before InitInstance
     CWnd* m_pMainWnd = nullptr;      // owner of dialogs that name no parent; not owned
-    LPCSTR m_pszAppName = nullptr;   // as given to the constructor, which does not copy it
+    LPCSTR m_pszAppName = nullptr;   // the caption of AfxMessageBox; not owned
     LPCSTR m_pszHelpFilePath =
         nullptr; // owned, allocated with malloc (_strdup); free the old one to replace it
 };

@@ -85,7 +85,8 @@ class CPropertySheet : public CWnd
 
     // The page in front; before DoModal the one that will be.
     [[nodiscard]] int GetActiveIndex() const;
-    [[nodiscard]] CPropertyPage* GetActivePage() const { return GetPage(GetActiveIndex()); }
+    // Null when none is, as before the first page was added.
+    [[nodiscard]] CPropertyPage* GetActivePage() const;
     // FALSE when the page in front refuses to be left.
     BOOL SetActivePage(int nPage);
     // As if the user pressed PSBTN_OK, PSBTN_CANCEL, PSBTN_HELP, ...; posted.

@@ -16,7 +16,9 @@ constexpr DWORD readInterval = 3000;
 DWORD CallBoard(const char* entryPoint, BoardData& data)
 {
     std::array<char, MAX_PATH> path{};
-    ExpandEnvironmentStringsA("%windir%\\system32\\RB4USER.DLL", path.data(), MAX_PATH);
+    const DWORD size = ExpandEnvironmentStringsA("%windir%\\system32\\RB4USER.DLL", path.data(), MAX_PATH);
+    if (size == 0 || size > MAX_PATH)
+        return ERROR_FILE_NOT_FOUND;
     const UniqueLibrary library(LoadLibraryA(path.data()));
     if (!library)
         return ERROR_FILE_NOT_FOUND;

@@ -37,8 +37,9 @@ BOOL CVtnStoragePropPage::OnInitDialog()
 void CVtnStoragePropPage::OnBoxClicked(UINT controlId)
 {
     for (std::size_t i = 0; i < storageFeatureCount; ++i) {
-        if (storageFeatures[i].controlId == controlId)
-            m_settings.disabled[i] = m_boxes[i].GetCheck();
+        if (storageFeatures[i].controlId != controlId)
+            continue;
+        m_settings.disabled[i] = m_boxes[i].GetCheck();
+        m_modified = 1;
     }
-    m_modified = 1;
 }

@@ -33,7 +33,7 @@ void StorageSettings::Load()
 void StorageSettings::Save() const
 {
     // One variable carries the value through all steps, on purpose: an agent without a value of its own gets
-    // the flags of the agent before it, as every release of the agents has been configured.
+    // the flags of the agent before it, and administrators compare machines by what stands there.
     DWORD flags = 0;
     for (std::size_t i = 0; i < storageFeatureCount; ++i) {
         const StorageFeature& feature = storageFeatures[i];

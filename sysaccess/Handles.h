@@ -30,8 +30,12 @@ class UniqueHandle
     Handle m_handle = nullptr;
 };
 
-// Imported functions are no constants, so each kind names its closing function in a lambda.
-using UniqueLibrary = UniqueHandle<HMODULE, [](HMODULE library) { FreeLibrary(library); }>;
+// Imported functions are no constants, so each kind has a closing function of its own.
+inline void CloseLibrary(HMODULE library)
+{
+    FreeLibrary(library);
+}
+using UniqueLibrary = UniqueHandle<HMODULE, CloseLibrary>;
 
 // The entry point of a library as a function of the given pointer type; null when it has none. `name` may be
 // an ordinal made with MAKEINTRESOURCEA.

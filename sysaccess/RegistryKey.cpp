@@ -33,7 +33,10 @@ void ExpandEnvironment(std::string& text)
 {
     const DWORD length = ExpandEnvironmentStringsA(text.c_str(), nullptr, 0);
     const std::unique_ptr<char[]> expanded(new (std::nothrow) char[length + 1]());
-    if (expanded != nullptr && ExpandEnvironmentStringsA(text.c_str(), expanded.get(), length + 1) != 0)
+    if (expanded == nullptr)
+        return;
+    const DWORD written = ExpandEnvironmentStringsA(text.c_str(), expanded.get(), length + 1);
+    if (written != 0 && written <= length + 1)
         text = expanded.get();
 }
 

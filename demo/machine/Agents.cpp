@@ -30,7 +30,7 @@ const std::vector<MachineService>& Services()
          {.startDelay = 200, .stopDelay = 400, .waitHint = 500}},
         {{"VTNNicMgmt", "Norvale NIC Agents", {"SNMP"}},
          {.startDelay = 200, .stopDelay = 200, .waitHint = 500}},
-        {{"VtMgHost", "Norvale Foundation Agents", {"VtMgServ", "VtMgStor", "VTNNicMgmt", "SNMP"}},
+        {{"VtMgHost", "Norvale Host Agents", {"VtMgServ", "VtMgStor", "VTNNicMgmt", "SNMP"}},
          {.startDelay = 1200,
           .startSteps = 3,
           .stopDelay = 1500,

@@ -2,6 +2,7 @@
 #include "applet/AppletTest.h"
 #include "support/ImportHook.h"
 
+#include <cstring>
 #include <htmlhelp.h>
 
 namespace {
@@ -76,6 +77,21 @@ TEST_F(Help, LoadsHtmlHelpOnFirstUseAndKeepsIt)
     m_host.Sheet().Click(IDHELP);
     EXPECT_EQ(m_help.LoadedLibraries().size(), 1U);
     EXPECT_EQ(m_help.Requests().size(), 2U);
+    m_host.PressCancel();
+}
+
+TEST_F(Help, LooksFirstWhereHtmlHelpIsRegisteredThenForTheUsualLibrary)
+{
+    auto registered = support::HookImport<decltype(RegGetValueA)>(
+        m_host.Module(), "RegGetValueA",
+        [](auto, HKEY, LPCSTR, LPCSTR, DWORD, LPDWORD, PVOID path, LPDWORD) -> LSTATUS {
+            std::strcpy(static_cast<char*>(path), "D:\\help\\hhctrl.ocx");
+            return ERROR_SUCCESS;
+        });
+    m_help.RemoveLibrary();
+    m_host.Open();
+    m_host.Sheet().Click(IDHELP);
+    EXPECT_EQ(m_help.LoadedLibraries(), (std::vector<std::string>{"D:\\help\\hhctrl.ocx", "hhctrl.ocx"}));
     m_host.PressCancel();
 }
 

@@ -122,15 +122,24 @@ TEST_F(Restart, IsNotOfferedAfterARefusedSave)
     EXPECT_EQ(Told(), Calls{accessDenied});
 }
 
-TEST_F(Restart, IsNotOfferedDuringAnInstallation)
+class RestartDuringInstallation : public Restart, public testing::WithParamInterface<const char*>
 {
-    m_host.SetCommandLine("control.exe vtnmgmt.cpl /setup");
+};
+
+TEST_P(RestartDuringInstallation, IsNotOfferedAndTheSaveIsDone)
+{
+    m_host.SetCommandLine(GetParam());
     OpenAndTickABox();
     m_log.Clear();
     m_host.PressOk();
     EXPECT_EQ(Told(), Calls{});
     EXPECT_EQ(m_services.Calls(), Calls{});
+    support::ExpectDword(m_machine.fibreAgent, "DisableFlags", 1);
 }
+
+INSTANTIATE_TEST_SUITE_P(LetterCases, RestartDuringInstallation,
+                         testing::Values("control.exe vtnmgmt.cpl /SETUP", "control.exe /setup vtnmgmt.cpl",
+                                         "control.exe vtnmgmt.cpl,/Setup"));
 
 TEST_F(Restart, LeavesNoHandleOfTheServiceManagerOpen)
 {

@@ -251,6 +251,25 @@ TEST_F(RegistryKey, RefusesWhenAValueCannotBeSet)
     ExpectAbsent(m_stored, "Value");
 }
 
+TEST_F(RegistryKey, LeavesTheKeyOpenWhenAQueryOrAWriteIsRefused)
+{
+    int closed = 0;
+    auto count =
+        support::HookImport<decltype(RegCloseKey)>(self, "RegCloseKey", [&](auto original, HKEY key) {
+            ++closed;
+            return original(key);
+        });
+    auto failQuery = support::HookImport<decltype(RegQueryValueExA)>(
+        self, "RegQueryValueExA",
+        [](auto, HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD) -> LSTATUS { return ERROR_ACCESS_DENIED; });
+    auto failSet = support::HookImport<decltype(RegSetValueExA)>(
+        self, "RegSetValueExA",
+        [](auto, HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD) -> LSTATUS { return ERROR_ACCESS_DENIED; });
+    ExpectRefused([&] { ReadDword(m_key); });
+    ExpectRefused([&] { m_key.SetDword("Value", 1); });
+    EXPECT_EQ(closed, 0);
+}
+
 TEST_F(RegistryKey, ReadsAValueThatAnotherProgramShortensMeanwhile)
 {
     m_stored.SetString("Value", "a long text");
