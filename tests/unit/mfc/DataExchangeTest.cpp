@@ -54,6 +54,16 @@ TEST_F(DataExchange, LeavesABoundControlAlone)
     EXPECT_EQ(GetWindowLongPtrA(edit.m_hWnd, GWLP_WNDPROC), procedure);
 }
 
+TEST_F(DataExchange, LeavesAnObjectAloneThatHoldsAnotherControl)
+{
+    CEdit edit;
+    edit.SubclassDlgItem(IDC_EDIT, &dialog);
+    dialog.m_exchange = [&](CDataExchange* pDX) { DDX_Control(pDX, IDC_CHECK, edit); };
+
+    EXPECT_TRUE(dialog.UpdateData(FALSE));
+    EXPECT_EQ(edit.GetDlgCtrlID(), IDC_EDIT);
+}
+
 TEST_F(DataExchange, ThrowsWhenAControlIsMissingOrTaken)
 {
     CEdit edit;

@@ -135,6 +135,22 @@ TEST(Dialog, FillsItsControlsFirst)
     EXPECT_EQ(text, "typed");
 }
 
+TEST(Dialog, StaysWhenAValueIsRefusedAtOk)
+{
+    CTestDialog dialog;
+    dialog.m_exchange = [](CDataExchange* pDX) {
+        if (pDX->m_bSaveAndValidate)
+            pDX->Fail();
+    };
+    dialog.m_step = [&] {
+        dialog.m_step = [&] { dialog.EndDialog(77); };
+        dialog.SendMessage(WM_COMMAND, IDOK);
+        dialog.PostMessage(WM_STEP);
+    };
+
+    EXPECT_EQ(dialog.DoModal(), 77);
+}
+
 TEST(Dialog, SendsCommandsOnToItsOwnerAndTheApplication)
 {
     CTestSheet owner;

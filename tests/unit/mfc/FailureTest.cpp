@@ -2,6 +2,7 @@
 #include "TestDialogs.h"
 #include "ThreadState.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <optional>
 #include <source_location>
@@ -127,6 +128,39 @@ TEST_F(FailureTest, KeepsLaterPagesFromTheirOk)
     EXPECT_EQ(log, (Log{"second left", "first OK"}));
 }
 
+TEST_F(FailureTest, RefusesTheApplyThatAPageThrewFrom)
+{
+    first.m_atOk = Throw7;
+    LRESULT answer = PSNRET_NOERROR;
+    sheet.m_step = [&] {
+        PSHNOTIFY apply = {};
+        apply.hdr.code = PSN_APPLY;
+        answer = first.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&apply));
+    };
+
+    EXPECT_EQ(ThrownBy([this] { sheet.DoModal(); }), 7);
+    EXPECT_EQ(answer, PSNRET_INVALID_NOCHANGEPAGE);
+}
+
+int g_windowsMade = 0;
+
+LRESULT CALLBACK CountCreations(int code, WPARAM wParam, LPARAM lParam)
+{
+    g_windowsMade += code == HCBT_CREATEWND ? 1 : 0;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(FailureTest, StopsTheCreationOfAWindowWhoseOnCreateThrows)
+{
+    sheet.m_atCreate = Throw7;
+    g_windowsMade = 0;
+    const HHOOK hook = SetWindowsHookExA(WH_CBT, &CountCreations, nullptr, GetCurrentThreadId());
+    EXPECT_EQ(ThrownBy([this] { sheet.DoModal(); }), 7);
+    UnhookWindowsHookEx(hook);
+
+    EXPECT_EQ(g_windowsMade, 1);
+}
+
 TEST_F(FailureTest, LeavesTheOkOfASecondPage)
 {
     second.m_atOk = Throw7;
@@ -164,7 +198,11 @@ struct ThrowFromOutside
 
     void Send(HWND window, int number)
     {
-        sender = std::thread([=] { SendMessageA(window, WM_THROW, static_cast<WPARAM>(number), 0); });
+        sender = std::thread([=] {
+            // By then nothing but this message is left to end the loop's wait.
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+            SendMessageA(window, WM_THROW, static_cast<WPARAM>(number), 0);
+        });
     }
     void Wait()
     {
@@ -182,7 +220,11 @@ TEST_F(FailureTest, LeavesAHandlerThatAnotherThreadSentTheMessageTo)
         dialog.m_step = [this] { dialog.EndDialog(IDOK); };
     });
 
-    sheet.m_step = [&] { outside.Send(first, 11); };
+    sheet.m_step = [&] {
+        // A caret's blinking would end the wait, too.
+        sheet.GetDlgItem(IDOK)->SetFocus();
+        outside.Send(first, 11);
+    };
     ExpectThrown(sheet, 11, [&] {
         outside.Wait();
         sheet.m_step = [this] { sheet.PressButton(PSBTN_OK); };

@@ -1,5 +1,6 @@
 // CFileDialog over the system's dialog, driven by a thread that plays the user.
 #include "TestDialogs.h"
+#include "ThreadState.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
@@ -80,6 +81,27 @@ TEST_F(FileDialogTest, TakesAFilterWhereverItIsMoved)
 
     EXPECT_EQ(dialog.m_ofn.lpstrFilter[1], '\0');
     EXPECT_NE(dialog.m_ofn.Flags & OFN_EXPLORER, 0U);
+}
+
+void CALLBACK MakeTemporaryAndCancel(HWND /*owner*/, UINT /*message*/, UINT_PTR timer, DWORD /*time*/)
+{
+    const HWND dialog = GetActiveWindow();
+    if (dialog == nullptr)
+        return;
+    KillTimer(nullptr, timer);
+    CWnd::FromHandle(dialog);
+    PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+}
+
+TEST_F(FileDialogTest, LeavesNoTemporaryObjects)
+{
+    owner.DestroyWindow();
+    const size_t before = CThreadState::Get().CountTemporaries();
+    CFileDialog dialog(TRUE);
+    SetTimer(nullptr, 0, 200, &MakeTemporaryAndCancel);
+    dialog.DoModal();
+
+    EXPECT_EQ(CThreadState::Get().CountTemporaries(), before);
 }
 
 TEST_F(FileDialogTest, ClosesWhenAHandlerThrowsMeanwhile)

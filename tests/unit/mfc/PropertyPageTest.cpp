@@ -162,6 +162,16 @@ TEST_F(Page, HasATabWithItsTemplatesCaptionOrOneOfTheStringTable)
     EXPECT_EQ(other, "Renamed");
 }
 
+TEST_F(Page, KeepsTheClicksOfItsControlsToItself)
+{
+    Run([&] {
+        first.SendMessage(WM_COMMAND, ID_CONTROL_COMMAND);
+        sheet.PressButton(PSBTN_CANCEL);
+    });
+
+    EXPECT_EQ(sheet.m_commands, 0);
+}
+
 TEST_F(Page, SendsOnTheCommandsThatItDoesNotHandle)
 {
     const int before = TestApp().m_commands;

@@ -27,6 +27,19 @@ TEST_F(Sheet, AnswersCancelWhenItIsClosed)
     EXPECT_EQ(Run([this] { sheet.PostMessage(WM_SYSCOMMAND, SC_CLOSE); }), IDCANCEL);
 }
 
+TEST_F(Sheet, AnswersCancelAfterApplyToo)
+{
+    const INT_PTR result = Run([this] {
+        first.SetModified();
+        sheet.SendMessage(PSM_PRESSBUTTON, PSBTN_APPLYNOW);
+        sheet.PressButton(PSBTN_CANCEL);
+    });
+
+    EXPECT_EQ(result, IDCANCEL);
+    EXPECT_EQ(log,
+              (Log{"first init", "first shown", "first left", "first OK", "first shown", "first cancel"}));
+}
+
 TEST_F(Sheet, AnswersCancelOnEscape)
 {
     EXPECT_EQ(Run([this] { sheet.GetActivePage()->PostMessage(WM_KEYDOWN, VK_ESCAPE, 1); }), IDCANCEL);
@@ -187,6 +200,24 @@ TEST_F(Sheet, KeepsItsOwnerDisabledWhileItRuns)
     EXPECT_EQ(ownerSeen, &owner);
     EXPECT_TRUE(owner.IsWindowEnabled());
     EXPECT_EQ(GetActiveWindow(), owner.m_hWnd);
+}
+
+TEST_F(Sheet, DisablesTheWholeWindowAroundAChildThatIsItsParent)
+{
+    CTestOwner owner;
+    CWnd child;
+    child.CreateEx(0, "EDIT", "", WS_CHILD, CRect(0, 0, 5, 5), &owner, 1);
+    CTestSheet owned(&child);
+    owned.AddPage(&first);
+    BOOL enabled = TRUE;
+    owned.m_step = [&] {
+        enabled = owner.IsWindowEnabled();
+        owned.EndDialog(1);
+    };
+    owned.DoModal();
+
+    EXPECT_FALSE(enabled);
+    EXPECT_TRUE(owner.IsWindowEnabled());
 }
 
 TEST_F(Sheet, LeavesAnOwnerDisabledThatWasSoBefore)

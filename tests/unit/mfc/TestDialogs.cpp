@@ -11,7 +11,8 @@ CTestApp& TestApp()
     return dynamic_cast<CTestApp&>(*AfxGetApp());
 }
 
-static void Run(const std::function<void()>& action)
+// By value: an action may put another in its own place.
+static void Run(std::function<void()> action) // NOLINT(performance-unnecessary-value-param)
 {
     if (action)
         action();
@@ -135,6 +136,7 @@ BEGIN_MESSAGE_MAP(CTestSheet, CPropertySheet)
     ON_MESSAGE(WM_THROW, &CTestSheet::OnThrow)
     ON_COMMAND(ID_HELP, &CTestSheet::OnHelp)
     ON_COMMAND(ID_SHEET_COMMAND, &CTestSheet::OnSheetCommand)
+    ON_COMMAND(ID_CONTROL_COMMAND, &CTestSheet::OnSheetCommand)
 END_MESSAGE_MAP()
 
 BOOL CTestSheet::OnInitDialog()

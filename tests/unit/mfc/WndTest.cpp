@@ -98,6 +98,20 @@ TEST_F(WndTest, CannotBeCreatedOfAnUnknownClass)
     EXPECT_EQ(CWnd::FromHandlePermanent(edit), nullptr);
 }
 
+TEST_F(WndTest, WaitsForAWindowOfItsOwnClass)
+{
+    CWatched edit;
+    const CCreationHook hook(edit, "EDIT");
+    const HWND other =
+        CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 5, 5, owner, nullptr, nullptr, nullptr);
+    const HWND window = MakeEdit();
+    const HWND next = MakeEdit();
+
+    EXPECT_EQ(CWnd::FromHandlePermanent(other), nullptr);
+    EXPECT_EQ(edit.m_hWnd, window);
+    EXPECT_EQ(CWnd::FromHandlePermanent(next), nullptr);
+}
+
 TEST_F(WndTest, LosesItsWindowWhenThatIsDestroyed)
 {
     CWatched edit;
@@ -207,9 +221,11 @@ TEST_F(WndTest, CannotTakeTheWindowOfAnotherThread)
 }
 
 WNDPROC g_beneath = nullptr;
+int g_onTop = 0; // messages seen
 
 LRESULT CALLBACK OnTop(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    ++g_onTop;
     return CallWindowProcA(g_beneath, window, message, wParam, lParam);
 }
 
@@ -222,7 +238,9 @@ TEST_F(WndTest, StaysInTheChainWhenSomebodySubclassedAfterIt)
         SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&OnTop)));
     edit.UnsubclassWindow();
 
+    g_onTop = 0;
     SendMessageA(window, WM_CHAR, 'a', 1);
+    EXPECT_GT(g_onTop, 0);
     EXPECT_EQ(edit.m_char, 0U);
     EXPECT_EQ(GetWindowTextLengthA(window), 1);
 
