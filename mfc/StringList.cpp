@@ -1,7 +1,7 @@
 // CStringList; a POSITION is the element's node.
 #include "afxcoll.h"
 
-struct __POSITION
+struct AFX_LISTNODE
 {
     CString value;
     POSITION previous;
@@ -43,7 +43,7 @@ CString CStringList::RemoveTail()
 
 POSITION CStringList::AddHead(LPCSTR newElement)
 {
-    const auto node = new __POSITION{newElement, nullptr, m_head};
+    const auto node = new AFX_LISTNODE{newElement, nullptr, m_head};
     (m_head == nullptr ? m_tail : m_head->previous) = node;
     m_head = node;
     ++m_count;
@@ -52,7 +52,7 @@ POSITION CStringList::AddHead(LPCSTR newElement)
 
 POSITION CStringList::AddTail(LPCSTR newElement)
 {
-    const auto node = new __POSITION{newElement, m_tail, nullptr};
+    const auto node = new AFX_LISTNODE{newElement, m_tail, nullptr};
     (m_tail == nullptr ? m_head : m_tail->next) = node;
     m_tail = node;
     ++m_count;

@@ -4,8 +4,8 @@
 #include "afxstr.h"
 
 // Where an element of a list is; null stands for none.
-struct __POSITION;
-using POSITION = __POSITION*;
+struct AFX_LISTNODE;
+using POSITION = AFX_LISTNODE*;
 
 // Texts in a doubly linked list. A POSITION stays valid until its element is removed.
 class CStringList : public CObject

@@ -167,7 +167,7 @@ class CWnd : public CCmdTarget
     };
 
     bool Bind(HWND hWnd, Binding binding);
-    bool TakeProcedure(HWND hWnd);
+    static bool TakeProcedure(HWND hWnd);
     HWND Unbind();
     LRESULT GuardedProc(UINT message, WPARAM wParam, LPARAM lParam);
     void FinishDestruction();
