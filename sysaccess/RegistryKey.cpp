@@ -218,6 +218,14 @@ DWORD CRegistryKey::SetDword(const char* valueName, DWORD number)
     return SetValue(valueName, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
 }
 
+DWORD CRegistryKey::DeleteValue(const char* valueName)
+{
+    Open();
+    RegDeleteValueA(m_key, valueName);
+    Close();
+    return ERROR_SUCCESS;
+}
+
 DWORD CRegistryKey::EnumSubkeys(std::vector<std::string>& names)
 try {
     RefuseUnlessSuccess(RegOpenKeyA(m_root, m_subkey.c_str(), &m_key));

@@ -529,6 +529,44 @@ TEST_P(NumberOfOddSize, ReadsAsSuccessAndLeavesTheCallersDefault)
 
 INSTANTIATE_TEST_SUITE_P(Bytes, NumberOfOddSize, testing::Values(0, 1, 3, 5, 8, 65536));
 
+// --- deleting
+
+TEST_F(RegistryKey, DeletesAValueAndNoOther)
+{
+    m_stored.SetString("Value", "text");
+    m_stored.SetDword("Other", 1);
+    EXPECT_EQ(m_key.DeleteValue("Value"), 0U);
+    ExpectAbsent(m_stored, "Value");
+    ExpectDword(m_stored, "Other", 1);
+}
+
+TEST_F(RegistryKey, DeletingAnAbsentValueIsNoError)
+{
+    EXPECT_EQ(m_key.DeleteValue("Value"), 0U);
+}
+
+TEST_F(RegistryKey, ClosesTheKeyWhenAValueCannotBeDeleted)
+{
+    m_stored.SetDword("Value", 7);
+    int closed = 0;
+    auto refuse = support::HookImport<decltype(RegDeleteValueA)>(
+        self, "RegDeleteValueA", [](auto, HKEY, LPCSTR) { return LSTATUS{ERROR_ACCESS_DENIED}; });
+    auto count =
+        support::HookImport<decltype(RegCloseKey)>(self, "RegCloseKey", [&](auto original, HKEY key) {
+            ++closed;
+            return original(key);
+        });
+    EXPECT_EQ(m_key.DeleteValue("Value"), 0U);
+    EXPECT_EQ(closed, 1);
+    ExpectDword(m_stored, "Value", 7);
+}
+
+TEST_F(RegistryKey, RefusesToDeleteFromAKeyThatDoesNotExist)
+{
+    CRegistryKey missing(HKEY_LOCAL_MACHINE, m_stored.Subkey("Missing").Path().c_str());
+    ExpectRefused([&] { missing.DeleteValue("Value"); });
+}
+
 // --- subkeys
 
 TEST_F(RegistryKey, EnumeratesItsSubkeys)
