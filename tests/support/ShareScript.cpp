@@ -1,0 +1,115 @@
+// See the header.
+#include "support/ShareScript.h"
+
+#include <cstring>
+#include <ostream>
+#include <stdexcept>
+
+namespace support {
+namespace {
+
+std::string Narrow(const wchar_t* text)
+{
+    if (text == nullptr)
+        return "(null)";
+    std::string narrow(
+        static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr)),
+        '\0');
+    WideCharToMultiByte(CP_ACP, 0, text, -1, narrow.data(), static_cast<int>(narrow.size()), nullptr,
+                        nullptr);
+    return narrow.c_str();
+}
+
+// The record with the path behind it, in one block of the process heap.
+BYTE* Describe(const SharedDirectory& share)
+{
+    const std::size_t room = (share.path.size() + 1) * sizeof(wchar_t);
+    auto* const block =
+        static_cast<BYTE*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(SHARE_INFO_2) + room));
+    auto* const info = reinterpret_cast<SHARE_INFO_2*>(block);
+    info->shi2_path = reinterpret_cast<wchar_t*>(block + sizeof(SHARE_INFO_2));
+    MultiByteToWideChar(CP_ACP, 0, share.path.c_str(), -1, info->shi2_path,
+                        static_cast<int>(share.path.size() + 1));
+    return block;
+}
+
+} // namespace
+
+std::ostream& operator<<(std::ostream& out, const SharedDirectory& share)
+{
+    return out << share.path << " (" << share.remark << ") type " << share.type << ", permissions "
+               << share.permissions << ", uses " << share.maxUses;
+}
+
+ShareScript::ShareScript(HMODULE module)
+    : m_turn(this), m_add(module, "NetShareAdd", &AddShare), m_delete(module, "NetShareDel", &DeleteShare),
+      m_getInfo(module, "NetShareGetInfo", &GetInfo), m_freeBuffer(module, "NetApiBufferFree", &FreeBuffer)
+{
+    if (!m_add.IsImported())
+        throw std::runtime_error("not imported: NetShareAdd");
+}
+
+std::optional<SharedDirectory> ShareScript::Find(const std::string& name) const
+{
+    const auto share = m_shares.find(name);
+    return share == m_shares.end() ? std::nullopt : std::optional(share->second);
+}
+
+NET_API_STATUS ShareScript::Begin(const std::string& function, const wchar_t* server,
+                                  const std::string& share, DWORD level)
+{
+    m_log.Add(function + " " + share);
+    if (m_failures[function] != NERR_Success)
+        return m_failures[function];
+    if (server != nullptr)
+        return ERROR_BAD_NETPATH;
+    return level == 2 ? NERR_Success : ERROR_INVALID_LEVEL;
+}
+
+NET_API_STATUS ShareScript::AddShare(wchar_t* server, DWORD level, BYTE* buffer, DWORD* /*parameter*/)
+{
+    ShareScript& self = Turn<ShareScript>::Active();
+    const auto& info = *reinterpret_cast<const SHARE_INFO_2*>(buffer);
+    const std::string name = Narrow(info.shi2_netname);
+    const NET_API_STATUS status = self.Begin("NetShareAdd", server, name, level);
+    if (status != NERR_Success)
+        return status;
+    const bool isNew =
+        self.m_shares
+            .try_emplace(name, SharedDirectory{Narrow(info.shi2_path), Narrow(info.shi2_remark),
+                                               info.shi2_type, info.shi2_permissions, info.shi2_max_uses})
+            .second;
+    return isNew ? NERR_Success : NERR_DuplicateShare;
+}
+
+NET_API_STATUS ShareScript::DeleteShare(wchar_t* server, wchar_t* name, DWORD /*reserved*/)
+{
+    ShareScript& self = Turn<ShareScript>::Active();
+    const NET_API_STATUS status = self.Begin("NetShareDel", server, Narrow(name), 2);
+    if (status != NERR_Success)
+        return status;
+    return self.m_shares.erase(Narrow(name)) == 1 ? NERR_Success : NERR_NetNameNotFound;
+}
+
+NET_API_STATUS ShareScript::GetInfo(wchar_t* server, wchar_t* name, DWORD level, BYTE** buffer)
+{
+    ShareScript& self = Turn<ShareScript>::Active();
+    const NET_API_STATUS status = self.Begin("NetShareGetInfo", server, Narrow(name), level);
+    if (status != NERR_Success)
+        return status;
+    const std::optional<SharedDirectory> share = self.Find(Narrow(name));
+    if (!share)
+        return NERR_NetNameNotFound;
+    *buffer = Describe(*share);
+    ++self.m_buffersLeft;
+    return NERR_Success;
+}
+
+NET_API_STATUS ShareScript::FreeBuffer(void* buffer)
+{
+    --Turn<ShareScript>::Active().m_buffersLeft;
+    HeapFree(GetProcessHeap(), 0, buffer);
+    return NERR_Success;
+}
+
+} // namespace support
