@@ -1,0 +1,419 @@
+// The save of desktop management, step by step, on a machine whose shares alone are made up.
+#include "ScriptTexts.h"
+#include "TestDomain.h"
+
+#include "support/FailNth.h"
+#include "sysaccess/ConfigurationError.h"
+
+#include <array>
+
+namespace {
+
+using support::ExpectAbsent;
+using support::ExpectMultiString;
+using support::ExpectString;
+using support::FileExists;
+using support::ReadBytes;
+using support::WriteBytes;
+
+const HMODULE self = GetModuleHandleA(nullptr);
+
+constexpr DWORD everything = DESKTOP_SWITCHED | DESKTOP_SCRIPT;
+
+class DesktopManagementSave : public TestDomain
+{
+  protected:
+    // The block as this machine writes it.
+    static std::string Block()
+    {
+        const std::string share = "\\\\" + ComputerName() + "\\netlogon";
+        return beginLine + share + "\\vtnclnt " + share + "\r\n" + endLine;
+    }
+
+    void SwitchOn() const { Settings(true).Save(everything); }
+    void SwitchOff() const { Settings(false).Save(everything); }
+
+    void ExpectFails(bool isOn, ConfigurationError text,
+                     support::Location where = support::Location::current())
+    {
+        try {
+            Settings(isOn).Save(everything);
+            support::ReportFailure(where, "nothing was thrown");
+        } catch (ConfigurationError error) {
+            support::ExpectEqual(text, error, "error", where);
+        }
+    }
+};
+
+TEST_F(DesktopManagementSave, NothingChangedWritesNothing)
+{
+    const DomainState before = State();
+    Settings(true).Save(0);
+    Settings(false).Save(0);
+    EXPECT_EQ(State(), before);
+    EXPECT_TRUE(m_shares.Calls().empty());
+}
+
+// --- switching on
+
+TEST_F(DesktopManagementSave, SwitchingOnPutsTheBlockIntoTheScriptAndRecordsIt)
+{
+    SwitchOn();
+    EXPECT_EQ(ReadBytes(m_script), Block() + "@echo off\r\n");
+    ExpectString(m_agent, clientIniValue, m_script);
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnCopiesTheClientBesideTheScript)
+{
+    SwitchOn();
+    EXPECT_EQ(ReadBytes(m_program), "the client");
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnReplacesAnOldReadOnlyClient)
+{
+    WriteBytes(m_program, "an old client");
+    SetFileAttributesA(m_program.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+    SetFileAttributesA(m_installedProgram.c_str(), FILE_ATTRIBUTE_READONLY);
+    SwitchOn();
+    EXPECT_EQ(ReadBytes(m_program), "the client");
+    EXPECT_EQ(GetFileAttributesA(m_program.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnSharesTheReportDirectory)
+{
+    SwitchOn();
+    EXPECT_TRUE(FileExists(m_reports));
+    const support::SharedDirectory expected{.path = m_reports,
+                                            .remark = "CIM Client Share",
+                                            .type = 0,
+                                            .permissions = 127,
+                                            .maxUses = 0xFFFFFFFF};
+    EXPECT_EQ(m_shares.Find("VTNDATA"), expected);
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnKeepsAShareThatIsThere)
+{
+    m_shares.Add("VTNDATA", {.path = "D:\\elsewhere"});
+    SwitchOn();
+    EXPECT_EQ(m_shares.Find("VTNDATA")->path, "D:\\elsewhere");
+    EXPECT_TRUE(FileExists(m_profile));
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnTellsTheClientsWhereToReport)
+{
+    WriteBytes(m_profile, "[Options]\r\nDelay=5\r\n[Other]\r\nKey=1\r\n");
+    SwitchOn();
+    std::array<char, 100> destination{};
+    GetPrivateProfileStringA("Options", "DestinationDirectory", "", destination.data(), destination.size(),
+                             m_profile.c_str());
+    EXPECT_EQ(destination.data(), "\\\\" + ComputerName() + "\\VTNDATA");
+    EXPECT_EQ(GetPrivateProfileIntA("Options", "Delay", 0, m_profile.c_str()), 5U);
+    EXPECT_EQ(GetPrivateProfileIntA("Other", "Key", 0, m_profile.c_str()), 1U);
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnOpensTheShareToAnonymousClients)
+{
+    SwitchOn();
+    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$", "VTNDATA"});
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnMakesAMissingListOfNullSessionShares)
+{
+    m_server.DeleteValue("NullSessionShares");
+    SwitchOn();
+    ExpectMultiString(m_server, "NullSessionShares", {"VTNDATA"});
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnReplacesAListOfAnotherType)
+{
+    m_server.SetString("NullSessionShares", "COMCFG");
+    SwitchOn();
+    ExpectMultiString(m_server, "NullSessionShares", {"VTNDATA"});
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnAddsTheShareBesideOneInSmallLetters)
+{
+    m_server.SetMultiString("NullSessionShares", {"vtndata"});
+    SwitchOn();
+    ExpectMultiString(m_server, "NullSessionShares", {"vtndata", "VTNDATA"});
+}
+
+TEST_F(DesktopManagementSave, SwitchingOnSixTimesIsSwitchingOnOnce)
+{
+    SwitchOn();
+    const DomainState once = State();
+    for (int i = 0; i < 5; ++i)
+        SwitchOn();
+    EXPECT_EQ(State(), once);
+}
+
+// --- switching off
+
+TEST_F(DesktopManagementSave, SwitchingOffUndoesEveryStep)
+{
+    DomainState before = State();
+    SwitchOn();
+    SwitchOff();
+    before.clientProfile = "[Options]\r\n"; // the profile itself may hold settings of the client's own
+    EXPECT_EQ(State(), before);
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffKeepsTheClientsOwnSettings)
+{
+    WriteBytes(m_profile, "[Options]\r\nDelay=5\r\n");
+    SwitchOn();
+    SwitchOff();
+    EXPECT_EQ(ReadBytes(m_profile), "[Options]\r\nDelay=5\r\n");
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffSixTimesIsSwitchingOffOnce)
+{
+    SwitchOn();
+    SwitchOff();
+    const DomainState once = State();
+    for (int i = 0; i < 5; ++i)
+        SwitchOff();
+    EXPECT_EQ(State(), once);
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffWhatIsGoneAlreadySucceeds)
+{
+    SwitchOff();
+    EXPECT_FALSE(FileExists(m_program));
+    EXPECT_FALSE(m_shares.Find("VTNDATA"));
+    ExpectAbsent(m_agent, clientIniValue);
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffDeletesAReadOnlyClient)
+{
+    SwitchOn();
+    SetFileAttributesA(m_program.c_str(), FILE_ATTRIBUTE_READONLY);
+    SwitchOff();
+    EXPECT_FALSE(FileExists(m_program));
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffKeepsAnEntryInSmallLetters)
+{
+    m_server.SetMultiString("NullSessionShares", {"vtndata", "COMCFG"});
+    SwitchOff();
+    ExpectMultiString(m_server, "NullSessionShares", {"vtndata", "COMCFG"});
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffTakesTheFirstOfTwoEqualEntries)
+{
+    m_server.SetMultiString("NullSessionShares", {"VTNDATA", "COMCFG", "VTNDATA"});
+    SwitchOff();
+    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "VTNDATA"});
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffWithoutAListMakesAnEmptyOne)
+{
+    m_server.DeleteValue("NullSessionShares");
+    SwitchOff();
+    EXPECT_EQ(m_server.Value("NullSessionShares"), (support::StoredValue{REG_MULTI_SZ, {}}));
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffDoesNotMindAProfileThatCannotBeChanged)
+{
+    const support::FailNth<"WritePrivateProfileStringA", decltype(WritePrivateProfileStringA)> fail(
+        self, 1, FALSE, ERROR_ACCESS_DENIED);
+    SwitchOff();
+    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
+}
+
+TEST_F(DesktopManagementSave, SwitchingOffDoesNotMindARecordThatCannotBeDeleted)
+{
+    const support::FailNth<"RegDeleteValueA", decltype(RegDeleteValueA)> fail(self, 1, ERROR_ACCESS_DENIED);
+    SwitchOff();
+}
+
+// --- one bit of the changes alone
+
+TEST_F(DesktopManagementSave, AScriptChangeAloneLeavesFilesAndShareAlone)
+{
+    DomainState expected = State();
+    Settings(true).Save(DESKTOP_SCRIPT);
+    EXPECT_TRUE(m_shares.Calls().empty());
+    expected.script = Block() + "@echo off\r\n";
+    expected.record = State().record;
+    EXPECT_EQ(State(), expected);
+    ExpectString(m_agent, clientIniValue, m_script);
+}
+
+TEST_F(DesktopManagementSave, ASwitchAloneLeavesScriptAndRecordAlone)
+{
+    Settings(true).Save(DESKTOP_SWITCHED);
+    EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
+    ExpectAbsent(m_agent, clientIniValue);
+    EXPECT_TRUE(FileExists(m_program));
+    EXPECT_TRUE(m_shares.Find("VTNDATA"));
+}
+
+TEST_F(DesktopManagementSave, AnotherKindOfScriptIsRecordedButNeverTouched)
+{
+    DesktopManagement settings = Settings(true);
+    settings.scriptPath = m_scripts.File("LOGIN.CMD");
+    settings.Save(everything);
+    EXPECT_FALSE(FileExists(settings.scriptPath));
+    ExpectString(m_agent, clientIniValue, settings.scriptPath);
+    EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
+}
+
+TEST_F(DesktopManagementSave, TheClientFilesGoWhereTheScriptWasFoundNotWhereItIsChosen)
+{
+    const support::TestDirectory elsewhere;
+    DesktopManagement settings = Settings(true);
+    settings.scriptPath = elsewhere.File("other.bat");
+    settings.Save(everything);
+    EXPECT_EQ(ReadBytes(elsewhere.File("other.bat")), Block());
+    EXPECT_FALSE(FileExists(elsewhere.File("VTNCLNT.EXE")));
+    EXPECT_TRUE(FileExists(m_program));
+    EXPECT_TRUE(FileExists(m_profile));
+}
+
+// --- steps that fail: each with its own text, what was done before it stays, what comes after is not done
+
+class DesktopManagementFailure : public DesktopManagementSave
+{
+  protected:
+    // Everything is on.
+    DomainState On() const
+    {
+        SwitchOn();
+        return State();
+    }
+};
+
+TEST_F(DesktopManagementFailure, OfTheScriptStopsEverythingElse)
+{
+    const DomainState before = State();
+    const HANDLE lock =
+        CreateFileA(m_script.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ExpectFails(true, IDS_SCRIPT_UPDATE_FAILED);
+    CloseHandle(lock);
+    EXPECT_EQ(State(), before);
+}
+
+TEST_F(DesktopManagementFailure, OfTheRecordKeepsTheScript)
+{
+    DomainState expected = State();
+    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(self, 1, ERROR_ACCESS_DENIED);
+    ExpectFails(true, IDS_ACCESS_DENIED);
+    expected.script = Block() + "@echo off\r\n";
+    EXPECT_EQ(State(), expected);
+}
+
+TEST_F(DesktopManagementFailure, OfTheCopyKeepsTheRecord)
+{
+    DeleteFileA(m_installedProgram.c_str());
+    ExpectFails(true, IDS_CLIENT_COPY_FAILED);
+    ExpectString(m_agent, clientIniValue, m_script);
+    EXPECT_TRUE(m_shares.Calls().empty());
+    EXPECT_FALSE(FileExists(m_profile));
+}
+
+TEST_F(DesktopManagementFailure, OfTheShareKeepsTheClient)
+{
+    for (const NET_API_STATUS status :
+         {NET_API_STATUS{ERROR_ACCESS_DENIED}, NET_API_STATUS{NERR_UnknownDevDir},
+          NET_API_STATUS{NERR_NetNameNotFound}})
+    {
+        m_shares.Fail("NetShareAdd", status);
+        ExpectFails(true, IDS_SHARE_ADD_FAILED);
+    }
+    EXPECT_TRUE(FileExists(m_program));
+    EXPECT_FALSE(FileExists(m_profile));
+    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
+}
+
+TEST_F(DesktopManagementFailure, OfTheProfileKeepsTheShare)
+{
+    const support::FailNth<"WritePrivateProfileStringA", decltype(WritePrivateProfileStringA)> fail(
+        self, 1, FALSE, ERROR_ACCESS_DENIED);
+    ExpectFails(true, IDS_CLIENT_PROFILE_FAILED);
+    EXPECT_TRUE(m_shares.Find("VTNDATA"));
+    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
+}
+
+TEST_F(DesktopManagementFailure, OfAProfileWithTooLongAPathIsTold)
+{
+    DesktopManagement settings = Settings(true);
+    // The client can be copied there, but no profile can be named.
+    settings.scriptDirectory = m_scripts.Path();
+    while (settings.scriptDirectory.size() < MAX_PATH)
+        settings.scriptDirectory += "\\.";
+    const support::FailNth<"CopyFileA", decltype(CopyFileA)> copied(self, 1, TRUE);
+    EXPECT_THROW(
+        {
+            try {
+                settings.Save(DESKTOP_SWITCHED);
+            } catch (ConfigurationError error) {
+                EXPECT_EQ(error, IDS_CLIENT_PROFILE_FAILED);
+                throw;
+            }
+        },
+        ConfigurationError);
+}
+
+TEST_F(DesktopManagementFailure, OfTheNullSessionSharesKeepsEverythingBefore)
+{
+    m_server.Delete();
+    ExpectFails(true, IDS_ACCESS_DENIED);
+    EXPECT_TRUE(FileExists(m_profile));
+    EXPECT_TRUE(m_shares.Find("VTNDATA"));
+}
+
+TEST_F(DesktopManagementFailure, OfDeletingTheClientKeepsTheShare)
+{
+    On();
+    const HANDLE inUse =
+        CreateFileA(m_program.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ExpectFails(false, IDS_CLIENT_DELETE_FAILED);
+    CloseHandle(inUse);
+    EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
+    ExpectAbsent(m_agent, clientIniValue);
+    EXPECT_TRUE(m_shares.Find("VTNDATA"));
+}
+
+TEST_F(DesktopManagementFailure, OfDeletingTheClientIncludesAMissingDirectory)
+{
+    DesktopManagement settings = Settings(false);
+    settings.scriptDirectory = m_scripts.File("absent");
+    EXPECT_THROW(settings.Save(DESKTOP_SWITCHED), ConfigurationError);
+    EXPECT_TRUE(m_shares.Calls().empty());
+}
+
+TEST_F(DesktopManagementFailure, OfDeletingTheShareKeepsTheProfile)
+{
+    const std::optional<std::string> profile = On().clientProfile;
+    for (const NET_API_STATUS status :
+         {NET_API_STATUS{ERROR_ACCESS_DENIED}, NET_API_STATUS{NERR_DuplicateShare}}) {
+        m_shares.Fail("NetShareDel", status);
+        ExpectFails(false, IDS_SHARE_DELETE_FAILED);
+    }
+    EXPECT_FALSE(FileExists(m_program));
+    EXPECT_EQ(ReadBytes(m_profile), profile);
+    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$", "VTNDATA"});
+}
+
+// Whatever stopped it: once that is out of the way, saving again gives what it would have given at once.
+TEST_F(DesktopManagementFailure, IsMadeUpForByTheNextSave)
+{
+    const DomainState off = State();
+    const DomainState on = On();
+    SwitchOff();
+    m_shares.Fail("NetShareAdd", ERROR_ACCESS_DENIED);
+    ExpectFails(true, IDS_SHARE_ADD_FAILED);
+    m_shares.Fail("NetShareAdd", NERR_Success);
+    SwitchOn();
+    EXPECT_EQ(State(), on);
+    m_shares.Fail("NetShareDel", ERROR_ACCESS_DENIED);
+    ExpectFails(false, IDS_SHARE_DELETE_FAILED);
+    m_shares.Fail("NetShareDel", NERR_Success);
+    SwitchOff();
+    EXPECT_EQ(State().nullSessionShares, off.nullSessionShares);
+    EXPECT_EQ(State().share, off.share);
+    EXPECT_EQ(State().clientProgram, off.clientProgram);
+}
+
+} // namespace

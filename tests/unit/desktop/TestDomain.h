@@ -1,0 +1,84 @@
+// A domain controller with the agents and a login script, for the tests of desktop management's settings.
+#pragma once
+
+#include "desktop/DesktopManagement.h"
+#include "desktop/DiscoveryShare.h"
+#include "support/ShareScript.h"
+#include "support/TestDirectory.h"
+#include "support/TestRegistry.h"
+
+#include <gtest/gtest.h>
+#include <ostream>
+
+// Everything that desktop management changes.
+struct DomainState
+{
+    std::optional<std::string> script;
+    std::optional<std::string> clientProgram;
+    std::optional<std::string> clientProfile;
+    std::optional<support::StoredValue> record;
+    std::optional<support::StoredValue> nullSessionShares;
+    std::optional<support::SharedDirectory> share;
+
+    bool operator==(const DomainState&) const = default;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const DomainState& state)
+{
+    return out << "script " << testing::PrintToString(state.script) << "\n  program "
+               << testing::PrintToString(state.clientProgram) << "\n  profile "
+               << testing::PrintToString(state.clientProfile) << "\n  record "
+               << testing::PrintToString(state.record) << "\n  null sessions "
+               << testing::PrintToString(state.nullSessionShares) << "\n  share "
+               << testing::PrintToString(state.share);
+}
+
+class TestDomain : public testing::Test
+{
+  protected:
+    TestDomain()
+    {
+        m_hostAgents.Clear();
+        m_agent.Create();
+        m_server.Clear();
+        m_server.SetMultiString("NullSessionShares", {"COMCFG", "DFS$"});
+        CreateDirectoryA(m_windows.File("system32").c_str(), nullptr);
+        CreateDirectoryA(m_windows.File("system32\\vtnmgmt").c_str(), nullptr);
+        support::WriteBytes(m_installedProgram, "the client");
+        support::WriteBytes(m_script, "@echo off\r\n");
+    }
+
+    // Settings with the script of this machine, as the page holds them.
+    [[nodiscard]] DesktopManagement Settings(bool isOn) const
+    {
+        DesktopManagement settings;
+        settings.scriptPath = m_script;
+        settings.scriptDirectory = m_scripts.Path();
+        settings.isOn = isOn;
+        return settings;
+    }
+
+    [[nodiscard]] DomainState State() const
+    {
+        return {.script = support::ReadBytes(m_script),
+                .clientProgram = support::ReadBytes(m_program),
+                .clientProfile = support::ReadBytes(m_profile),
+                .record = m_agent.Value(clientIniValue),
+                .nullSessionShares = m_server.Value("NullSessionShares"),
+                .share = m_shares.Find("VTNDATA")};
+    }
+
+    support::TestDirectory m_windows;
+    support::TestDirectory m_scripts;
+    support::SavedVariable m_systemRoot{"SystemRoot", m_windows.Path()};
+    support::SavedKey m_hostAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgHost"};
+    support::TestKey m_agent = m_hostAgents.Subkey("VTNMHost");
+    support::SavedKey m_server{"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters"};
+    support::ShareScript m_shares{GetModuleHandleA(nullptr)};
+
+    std::string m_installedProgram = m_windows.File("system32\\vtnmgmt\\VTNCLNT.EXE");
+    std::string m_reports = m_windows.File("system32\\vtnmgmt\\vtndata");
+    std::string m_script = m_scripts.File("LOGIN.BAT");
+    std::string m_program = m_scripts.File("VTNCLNT.EXE");
+    std::string m_profile = m_scripts.File("VTNCLNT.INI");
+};
