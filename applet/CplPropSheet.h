@@ -2,6 +2,7 @@
 #pragma once
 
 #include "applet/SheetAssembly.h"
+#include "desktop/ClientPage.h"
 #include "pages/ProcMonPage.h"
 #include "pages/Rb4Page.h"
 #include "pages/SnmpPage.h"
@@ -28,6 +29,7 @@ class CVtnCplPropSheet : public CSheetAssembly
   private:
     PageMember<CVtnStoragePropPage, PageRole::Storage> m_storagePage{*this};
     PageMember<CVtnSnmpPropPage, PageRole::SnmpSettings> m_snmpPage{*this};
+    PageMember<CVtnClientPropPage, PageRole::DesktopMgmt> m_desktopMgmtPage{*this};
     PageMember<CVtnRb4PropPage, PageRole::RemoteLumora> m_boardPage{*this};
     PageMember<ProcMonPage, PageRole::ProcessMonitor> m_processMonitorPage{*this};
 };

@@ -1,0 +1,121 @@
+// The Desktop Mgmt page's view of desktop management.
+#include "desktop/ClientPage.h"
+
+#include "desktop/LoginScript.h"
+#include "resources/resource.h"
+#include "sysaccess/CommandLine.h"
+#include "sysaccess/MessageBoxes.h"
+
+namespace {
+
+// What a path may be typed with besides letters and digits.
+constexpr char pathCharacters[] = "`!@#$%()_-{}~' :\\/.";
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CVtnClientPropPage, CVtnPropPage)
+    ON_BN_CLICKED(IDC_CLIENT_ENABLE, &CVtnClientPropPage::OnEnable)
+    ON_BN_CLICKED(IDC_CLIENT_BROWSE, &CVtnClientPropPage::OnBrowse)
+    ON_EN_UPDATE(IDC_CLIENT_SCRIPT, &CVtnClientPropPage::OnScriptUpdate)
+END_MESSAGE_MAP()
+
+CVtnClientPropPage::CVtnClientPropPage()
+    : CVtnPropPage(IDD_CLIENT, "html\\vtnm2zvy.htm"), m_isClientStart(CommandLineContains(clientSwitch))
+{
+    m_settings.Load();
+}
+
+DWORD CVtnClientPropPage::Save()
+{
+    m_settings.Save(m_changes);
+    return ERROR_SUCCESS;
+}
+
+void CVtnClientPropPage::DoDataExchange(CDataExchange* pDX)
+{
+    CVtnPropPage::DoDataExchange(pDX);
+    DDX_Control(pDX, IDC_CLIENT_ENABLE, m_enableBox);
+    DDX_Control(pDX, IDC_CLIENT_BROWSE, m_browseButton);
+    DDX_Control(pDX, IDC_CLIENT_SCRIPT_LABEL, m_scriptLabel);
+    DDX_Control(pDX, IDC_CLIENT_SCRIPT, m_scriptEdit);
+    CString path = m_settings.scriptPath.c_str();
+    DDX_Text(pDX, IDC_CLIENT_SCRIPT, path);
+    m_settings.scriptPath = path;
+    if (m_enableBox.GetCheck() == BST_CHECKED)
+        DDV_MaxChars(pDX, path, scriptPathLimit);
+}
+
+BOOL CVtnClientPropPage::OnInitDialog()
+{
+    CVtnPropPage::OnInitDialog();
+    m_scriptEdit.SubclassFiltered(IDC_CLIENT_SCRIPT, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
+    ShowScript();
+    const bool wasOn = DesktopManagement::IsRecorded();
+    m_settings.isOn = wasOn || m_isClientStart;
+    // Switched on here, but not as by the user: the script and its record are left alone until they are
+    // touched.
+    m_changes = 0;
+    if (m_settings.isOn != wasOn)
+        m_changes = DESKTOP_SWITCHED;
+    m_enableBox.SetCheck(m_settings.isOn ? BST_CHECKED : BST_UNCHECKED);
+    UpdateControls();
+    return TRUE;
+}
+
+BOOL CVtnClientPropPage::OnKillActive()
+{
+    if (!CVtnPropPage::OnKillActive())
+        return FALSE;
+    if (m_enableBox.GetCheck() != BST_CHECKED || IsUsableLoginScript(m_settings.scriptPath))
+        return TRUE;
+    MessageBoxById(m_hWnd, IDS_SCRIPT_NAME_INVALID, IDS_APPLET_NAME, MB_ICONEXCLAMATION);
+    SelectScript();
+    m_scriptEdit.SetFocus();
+    return FALSE;
+}
+
+void CVtnClientPropPage::OnEnable()
+{
+    m_settings.isOn = !m_settings.isOn;
+    m_changes ^= DESKTOP_SWITCHED;
+    if (m_settings.isOn)
+        MessageBoxById(m_hWnd, IDS_CLIENT_ENABLED_NOTE, IDS_APPLET_NAME, MB_ICONINFORMATION);
+    m_changes |= DESKTOP_SCRIPT;
+    UpdateControls();
+}
+
+void CVtnClientPropPage::OnBrowse()
+{
+    CString path;
+    m_scriptEdit.GetWindowText(path);
+    // It saves rather than opens: a script that is not there yet will be made.
+    CFileDialog dialog(FALSE, nullptr, path, OFN_HIDEREADONLY, "Command Files (*.bat)|*.bat||", this);
+    if (dialog.DoModal() != IDOK)
+        return;
+    m_settings.scriptPath = dialog.GetPathName();
+    ShowScript();
+    UpdateData(TRUE);
+    m_changes |= DESKTOP_SCRIPT;
+}
+
+void CVtnClientPropPage::OnScriptUpdate()
+{
+    m_changes |= DESKTOP_SCRIPT;
+}
+
+void CVtnClientPropPage::ShowScript()
+{
+    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
+    SelectScript();
+}
+
+void CVtnClientPropPage::SelectScript()
+{
+    m_scriptEdit.SetSel(0, -1);
+}
+
+void CVtnClientPropPage::UpdateControls()
+{
+    m_scriptEdit.EnableWindow(m_settings.isOn);
+    m_browseButton.EnableWindow(m_settings.isOn);
+}
