@@ -1,0 +1,92 @@
+// Saving the agent services' settings to the system's own service manager.
+#include "ServicesSettingsTest.h"
+#include "support/ImportHook.h"
+#include "sysaccess/ServiceControl.h"
+
+#include <array>
+
+namespace {
+
+const HMODULE self = GetModuleHandleA(nullptr);
+
+// Services that are registered and never started. They are registered before the machine takes the registry
+// over, which would not survive the removal of a service.
+class RegisteredServices
+{
+  public:
+    RegisteredServices()
+    {
+        for (const AgentService& service : agentServices) {
+            const UniqueServiceHandle handle(
+                CreateServiceA(m_manager.Get(), service.name, nullptr, SERVICE_ALL_ACCESS,
+                               SERVICE_WIN32_OWN_PROCESS, SERVICE_DEMAND_START, SERVICE_ERROR_NORMAL,
+                               "C:\\agent.exe", nullptr, nullptr, "VtnOld\0", nullptr, nullptr));
+            EXPECT_TRUE(handle) << service.name << ": " << GetLastError();
+        }
+    }
+    ~RegisteredServices()
+    {
+        for (const AgentService& service : agentServices) {
+            const UniqueServiceHandle handle(OpenServiceA(m_manager.Get(), service.name, DELETE));
+            DeleteService(handle.Get());
+        }
+    }
+    RegisteredServices(const RegisteredServices&) = delete;
+    RegisteredServices& operator=(const RegisteredServices&) = delete;
+
+    // What the manager knows of a service.
+    [[nodiscard]] DWORD StartType(const char* name) const
+    {
+        const UniqueServiceHandle handle(OpenServiceA(m_manager.Get(), name, SERVICE_QUERY_CONFIG));
+        alignas(QUERY_SERVICE_CONFIGA) std::array<BYTE, 4096> buffer{};
+        auto* const config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data());
+        DWORD size = 0;
+        EXPECT_TRUE(QueryServiceConfigA(handle.Get(), config, sizeof buffer, &size)) << name;
+        return config->dwStartType;
+    }
+
+  private:
+    UniqueServiceHandle m_manager{OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)};
+};
+
+class ServicesSettingsRealManager : public testing::Test
+{
+  protected:
+    // The registry is saved before the services are registered and put back after they are removed.
+    AgentMachine m_machine;
+    RegisteredServices m_services;
+    ServicesSettings m_settings;
+};
+
+TEST_F(ServicesSettingsRealManager, TakesTheNewStartTypesAndDependencies)
+{
+    m_machine.InstallSnmp();
+    for (const AgentService& service : agentServices)
+        m_machine.AddAgent(service.name, "VTNA");
+    m_machine.SetActive("VtMgHost", {"VTNA"});
+    m_machine.SetActive("VtMgStor", {"VTNA"});
+    const support::TestKey host = m_machine.Service("VtMgHost");
+    int accepted = 0;
+    auto change = support::HookImport<decltype(ChangeServiceConfigA)>(
+        self, "ChangeServiceConfigA",
+        [&](auto original, SC_HANDLE service, DWORD type, DWORD startType, DWORD errorControl, LPCSTR path,
+            LPCSTR group, LPDWORD tag, LPCSTR dependencies, LPCSTR account, LPCSTR password, LPCSTR name) {
+            if (dependencies != nullptr)
+                host.DeleteValue("DependOnService"); // what is there afterwards, the manager has written
+            const BOOL isAccepted = original(service, type, startType, errorControl, path, group, tag,
+                                             dependencies, account, password, name);
+            accepted += isAccepted;
+            return isAccepted;
+        });
+    m_settings.Load();
+    m_settings.Save(anyNumber);
+    EXPECT_EQ(accepted, 5);
+    EXPECT_EQ(m_services.StartType("VtMgHost"), DWORD{SERVICE_AUTO_START});
+    EXPECT_EQ(m_services.StartType("VtMgServ"), DWORD{SERVICE_DISABLED});
+    EXPECT_EQ(m_services.StartType("VtMgStor"), DWORD{SERVICE_AUTO_START});
+    EXPECT_EQ(m_services.StartType("VTNNicMgmt"), DWORD{SERVICE_DISABLED});
+    support::ExpectDword(m_machine.Service("VtMgServ"), "Start", SERVICE_DISABLED);
+    support::ExpectMultiString(host, "DependOnService", {"VtMgStor", "SNMP"});
+}
+
+} // namespace

@@ -1,0 +1,142 @@
+// What the service manager is told when the agent services' settings are saved. A script stands in for it and
+// writes down what it is asked for.
+#include "ServicesSettingsTest.h"
+#include "support/ImportHook.h"
+#include "support/RegistryCalls.h"
+#include "support/ServiceScript.h"
+
+namespace {
+
+const HMODULE self = GetModuleHandleA(nullptr);
+
+class ServicesSettingsConfig : public ServicesSettingsTest
+{
+  protected:
+    ServicesSettingsConfig()
+    {
+        for (const AgentService& service : agentServices)
+            m_services.Add(service.name, {});
+    }
+
+    // The calls whose text begins with `function`.
+    [[nodiscard]] Names CallsOf(const std::string& function) const
+    {
+        Names calls;
+        for (const std::string& call : m_log.Calls()) {
+            if (call.starts_with(function))
+                calls.push_back(call);
+        }
+        return calls;
+    }
+
+    support::CallLog m_log;
+    support::ServiceScript m_services{self, &m_log};
+};
+
+TEST_F(ServicesSettingsConfig, ChangesNothingButStartTypesAndTheMainServicesDependencies)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgHost", "VtMgStor"});
+    LoadAndSave();
+    EXPECT_EQ(
+        CallsOf("ChangeServiceConfigA"),
+        (Names{"ChangeServiceConfigA VtMgHost startType=2", "ChangeServiceConfigA VtMgServ startType=4",
+               "ChangeServiceConfigA VtMgStor startType=2", "ChangeServiceConfigA VTNNicMgmt startType=4",
+               "ChangeServiceConfigA VtMgHost dependencies=VtMgStor/SNMP/"}));
+}
+
+TEST_F(ServicesSettingsConfig, ClearsTheDependenciesWithAnEmptyListNotWithNone)
+{
+    AddAgents({});
+    LoadAndSave();
+    EXPECT_EQ(CallsOf("ChangeServiceConfigA").back(), "ChangeServiceConfigA VtMgHost dependencies=");
+}
+
+TEST_F(ServicesSettingsConfig, EndsTheListOfDependenciesWithTwoZeros)
+{
+    AddAgents({"VtMgServ", "VtMgStor"});
+    std::string block;
+    auto keep = support::HookImport<decltype(ChangeServiceConfigA)>(
+        self, "ChangeServiceConfigA",
+        [&](auto original, SC_HANDLE service, DWORD type, DWORD startType, DWORD errorControl, LPCSTR path,
+            LPCSTR group, LPDWORD tag, LPCSTR dependencies, LPCSTR account, LPCSTR password, LPCSTR name) {
+            EXPECT_EQ(tag, nullptr);
+            EXPECT_EQ(password, nullptr);
+            if (dependencies != nullptr)
+                block.assign(dependencies, 19);
+            return original(service, type, startType, errorControl, path, group, tag, dependencies, account,
+                            password, name);
+        });
+    LoadAndSave();
+    EXPECT_EQ(block, std::string("VtMgServ\0VtMgStor\0", 19));
+}
+
+TEST_F(ServicesSettingsConfig, AsksForNoMoreThanItNeedsOfTheManagerAndForAllOfTheServices)
+{
+    AddAgents({});
+    LoadAndSave();
+    EXPECT_EQ(CallsOf("OpenSCManagerA").size(), 1U);
+    EXPECT_NE(CallsOf("OpenSCManagerA").front().find("0x20000000"), std::string::npos);
+    EXPECT_EQ(CallsOf("OpenServiceA"),
+              (Names{"OpenServiceA VtMgHost 0xf01ff", "OpenServiceA VtMgServ 0xf01ff",
+                     "OpenServiceA VtMgStor 0xf01ff", "OpenServiceA VTNNicMgmt 0xf01ff",
+                     "OpenServiceA VtMgHost 0xf01ff"}));
+    EXPECT_EQ(m_services.OpenHandles(), 0);
+}
+
+TEST_F(ServicesSettingsConfig, WritesTheRegistryBeforeItTellsTheManager)
+{
+    AddAgents({"VtMgHost"});
+    m_settings.Load();
+    const support::RegistryCalls registry(self, &m_log);
+    m_settings.Save(anyNumber);
+    Names steps;
+    for (const std::string& call : m_log.Calls()) {
+        if (call.starts_with("RegSet") || call.starts_with("Change") || call.starts_with("RegOpenKeyExA"))
+            steps.push_back(call);
+    }
+    ASSERT_EQ(steps.size(), 15U);
+    const std::string services = "HKLM\\SYSTEM\\CurrentControlSet\\Services\\";
+    EXPECT_EQ(steps[0], "RegSetValueExA " + services + "VtMgHost\\Parameters, SubServices");
+    EXPECT_EQ(steps[1], "RegSetValueExA " + services + "VtMgHost, Start");
+    EXPECT_EQ(steps[2], "ChangeServiceConfigA VtMgHost startType=2");
+    EXPECT_EQ(steps[12], "RegOpenKeyExA " + services + "SNMP, access 0x20019 = 2");
+    EXPECT_EQ(steps[13], "RegSetValueExA " + services + "VtMgHost, DependOnService");
+    EXPECT_EQ(steps[14], "ChangeServiceConfigA VtMgHost dependencies=");
+    EXPECT_EQ(registry.OpenKeys(), Names{});
+}
+
+TEST_F(ServicesSettingsConfig, WritesTheRegistryWithoutAServiceManager)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgHost", "VtMgServ"});
+    m_services.Fail("OpenSCManagerA", "", ERROR_ACCESS_DENIED);
+    LoadAndSave();
+    EXPECT_EQ(CallsOf("OpenServiceA"), Names{});
+    ExpectSaved(m_machine, "VtMgHost", {"VTNVtMgHost"});
+    ExpectDependencies({"VtMgServ", "SNMP"});
+}
+
+TEST_F(ServicesSettingsConfig, WritesTheRegistryOfAServiceThatDoesNotOpen)
+{
+    AddAgents({"VtMgHost", "VtMgServ"});
+    m_services.Fail("OpenServiceA", "VtMgHost", ERROR_ACCESS_DENIED);
+    LoadAndSave();
+    ExpectSaved(m_machine, "VtMgHost", {"VTNVtMgHost"});
+    ExpectDependencies({"VtMgServ"});
+    EXPECT_EQ(CallsOf("ChangeServiceConfigA").size(), 3U);
+}
+
+TEST_F(ServicesSettingsConfig, GoesOnWhenTheManagerRefusesAChange)
+{
+    AddAgents({"VtMgHost", "VtMgServ"});
+    for (const AgentService& service : agentServices)
+        m_services.Fail("ChangeServiceConfigA", service.name, ERROR_ACCESS_DENIED);
+    LoadAndSave();
+    EXPECT_EQ(CallsOf("ChangeServiceConfigA").size(), 5U);
+    ExpectSaved(m_machine, "VtMgServ", {"VTNVtMgServ"});
+    ExpectDependencies({"VtMgServ"});
+    EXPECT_EQ(m_services.OpenHandles(), 0);
+}
+
+} // namespace

@@ -1,0 +1,219 @@
+// Loading the agent services' settings, and saving them to the registry, Wine's own.
+#include "ServicesSettingsTest.h"
+#include "support/ImportHook.h"
+#include "support/ServiceScript.h"
+#include "sysaccess/ConfigurationError.h"
+
+namespace {
+
+const HMODULE self = GetModuleHandleA(nullptr);
+
+// --- loading
+
+using ServicesSettingsLoad = ServicesSettingsTest;
+
+TEST_F(ServicesSettingsLoad, ReadsEveryServiceInTheOrderOfTheTable)
+{
+    EXPECT_EQ(LoadedServices(), (Names{"VtMgHost", "VtMgServ", "VtMgStor", "VTNNicMgmt"}));
+}
+
+TEST_F(ServicesSettingsLoad, LeavesOutAServiceThatIsNotInstalled)
+{
+    m_machine.Service("VtMgServ").Delete();
+    EXPECT_EQ(LoadedServices(), (Names{"VtMgHost", "VtMgStor", "VTNNicMgmt"}));
+}
+
+TEST_F(ServicesSettingsLoad, LeavesOutAServiceThatMayNotBeRead)
+{
+    auto refuse = support::HookImport<decltype(RegOpenKeyA)>(
+        self, "RegOpenKeyA", [&](auto original, HKEY root, LPCSTR path, PHKEY key) {
+            const bool isRefused = path == m_machine.Service("VtMgHost").Path();
+            return isRefused ? LSTATUS{ERROR_ACCESS_DENIED} : original(root, path, key);
+        });
+    EXPECT_EQ(LoadedServices(), (Names{"VtMgServ", "VtMgStor", "VTNNicMgmt"}));
+}
+
+TEST_F(ServicesSettingsLoad, LeavesOutAServiceWithoutSubkeys)
+{
+    m_machine.Service("VtMgStor").Clear();
+    EXPECT_EQ(LoadedServices(), (Names{"VtMgHost", "VtMgServ", "VTNNicMgmt"}));
+}
+
+TEST_F(ServicesSettingsLoad, LeavesOutEveryServiceOfAMachineWithoutAgents)
+{
+    for (const AgentService& service : agentServices)
+        m_machine.Service(service.name).Delete();
+    EXPECT_EQ(LoadedServices(), Names{});
+}
+
+TEST_F(ServicesSettingsLoad, StartsAnewWhenItIsRepeated)
+{
+    m_settings.Load();
+    EXPECT_EQ(LoadedServices().size(), 4U);
+}
+
+TEST_F(ServicesSettingsLoad, PairsTheSubAgentsOfTheNetworkAdaptersAlone)
+{
+    for (const AgentService& service : agentServices) {
+        m_machine.AddAgent(service.name, "VTNMNIC");
+        m_machine.AddAgent(service.name, "VTNNICS");
+    }
+    m_settings.Load();
+    ASSERT_EQ(m_settings.groups.size(), 4U);
+    for (const AgentGroup& group : m_settings.groups) {
+        for (const AgentEntry& entry : group.Entries())
+            EXPECT_EQ(entry.partner.has_value(), entry.listable && &group == &m_settings.groups[3]);
+    }
+}
+
+// --- saving to the registry
+
+class ServicesSettingsSave : public ServicesSettingsTest
+{
+  protected:
+    support::ServiceScript m_services{self};
+};
+
+TEST_F(ServicesSettingsSave, StartsTheServicesWithActiveSubAgentsAndDisablesTheOthers)
+{
+    AddAgents({"VtMgHost", "VtMgStor"});
+    LoadAndSave();
+    ExpectSaved(m_machine, "VtMgHost", {"VTNVtMgHost"});
+    ExpectSaved(m_machine, "VtMgServ", {});
+    ExpectSaved(m_machine, "VtMgStor", {"VTNVtMgStor"});
+    ExpectSaved(m_machine, "VTNNicMgmt", {});
+}
+
+TEST_F(ServicesSettingsSave, MakesTheMainServiceDependOnTheOtherStartedOnesAndOnSnmp)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgHost", "VtMgStor"});
+    LoadAndSave();
+    ExpectDependencies({"VtMgStor", "SNMP"});
+}
+
+TEST_F(ServicesSettingsSave, KeepsTheOrderOfTheServicesInTheDependencies)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgHost", "VtMgServ", "VtMgStor", "VTNNicMgmt"});
+    LoadAndSave();
+    ExpectDependencies({"VtMgServ", "VtMgStor", "VTNNicMgmt", "SNMP"});
+}
+
+TEST_F(ServicesSettingsSave, LeavesSnmpOutOfTheDependenciesWhenItIsNotInstalled)
+{
+    AddAgents({"VtMgHost", "VTNNicMgmt"});
+    LoadAndSave();
+    ExpectDependencies({"VTNNicMgmt"});
+}
+
+TEST_F(ServicesSettingsSave, EmptiesTheDependenciesWhenNothingIsLeft)
+{
+    AddAgents({"VtMgHost"});
+    m_machine.Service("VtMgHost").SetMultiString("DependOnService", {"VtMgServ"});
+    LoadAndSave();
+    ExpectDependencies({});
+}
+
+TEST_F(ServicesSettingsSave, KeepsTheDependenciesOfAMainServiceThatIsDisabled)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgServ"});
+    LoadAndSave();
+    ExpectSaved(m_machine, "VtMgHost", {});
+    ExpectDependencies({"VtMgServ", "SNMP"});
+}
+
+TEST_F(ServicesSettingsSave, NeverTakesTheFirstServiceReadForADependency)
+{
+    AddAgents({"VtMgServ", "VtMgStor"});
+    m_machine.Parameters("VtMgHost").Delete();
+    LoadAndSave();
+    ExpectDependencies({"VtMgStor"});
+}
+
+TEST_F(ServicesSettingsSave, DropsANameWithoutSubkeyFromTheList)
+{
+    m_machine.AddAgent("VtMgServ", "VTNA");
+    m_machine.SetActive("VtMgServ", {"VTNGONE", "vtna"});
+    LoadAndSave();
+    ExpectSaved(m_machine, "VtMgServ", {"VTNA"});
+}
+
+TEST_F(ServicesSettingsSave, WritesBothOfAPair)
+{
+    m_machine.AddAgent("VTNNicMgmt", "VTNMNIC");
+    m_machine.AddAgent("VTNNicMgmt", "VTNNICS");
+    m_machine.SetActive("VTNNicMgmt", {"VTNMNIC"});
+    LoadAndSave();
+    ExpectSaved(m_machine, "VTNNicMgmt", {"VTNMNIC", "VTNNICS"});
+}
+
+TEST_F(ServicesSettingsSave, WritesNoMoreSubAgentsPerServiceThanTheLimit)
+{
+    for (const char* service : {"VtMgHost", "VtMgServ"}) {
+        m_machine.AddAgent(service, "VTNA");
+        m_machine.AddAgent(service, "VTNB");
+        m_machine.SetActive(service, {"VTNA", "VTNB"});
+    }
+    LoadAndSave(1);
+    ExpectSaved(m_machine, "VtMgHost", {"VTNA"});
+    ExpectSaved(m_machine, "VtMgServ", {"VTNA"});
+    LoadAndSave(0);
+    ExpectSaved(m_machine, "VtMgHost", {});
+    ExpectDependencies({});
+}
+
+TEST_F(ServicesSettingsSave, GivesTheSameResultWhenRepeated)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgHost", "VtMgServ"});
+    LoadAndSave();
+    m_settings.Save(anyNumber);
+    ExpectSaved(m_machine, "VtMgHost", {"VTNVtMgHost"});
+    ExpectSaved(m_machine, "VtMgServ", {"VTNVtMgServ"});
+    ExpectDependencies({"VtMgServ", "SNMP"});
+}
+
+TEST_F(ServicesSettingsSave, LeavesTheExtensionAgentsOfSnmpAlone)
+{
+    m_machine.InstallSnmp();
+    const support::TestKey extensions(ServiceKey("SNMP") + "\\Parameters\\ExtensionAgents");
+    extensions.SetString("1", "SOFTWARE\\Agent");
+    AddAgents({"VtMgHost"});
+    LoadAndSave();
+    support::ExpectString(extensions, "1", "SOFTWARE\\Agent");
+    EXPECT_EQ(extensions.ValueNames(), Names{"1"});
+}
+
+TEST_F(ServicesSettingsSave, RefusesWithoutTheMainService)
+{
+    AddAgents({"VtMgServ"});
+    m_machine.Service("VtMgHost").Delete();
+    m_settings.Load();
+    EXPECT_THROW(m_settings.Save(anyNumber), ConfigurationError);
+    ExpectSaved(m_machine, "VtMgServ", {"VTNVtMgServ"});
+}
+
+TEST_F(ServicesSettingsSave, EndsAtTheFirstRefusalWithoutAnOpenServiceHandle)
+{
+    AddAgents({"VtMgHost", "VtMgServ", "VtMgStor"});
+    m_services.Add("VtMgServ", {});
+    m_settings.Load();
+    const std::string refusedPath = m_machine.Parameters("VtMgServ").Path();
+    auto refuse = support::HookImport<decltype(RegOpenKeyA)>(
+        self, "RegOpenKeyA", [&](auto original, HKEY root, LPCSTR path, PHKEY key) {
+            return path == refusedPath ? LSTATUS{ERROR_ACCESS_DENIED} : original(root, path, key);
+        });
+    try {
+        m_settings.Save(anyNumber);
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (ConfigurationError error) {
+        EXPECT_EQ(error, configurationRefused);
+    }
+    ExpectSaved(m_machine, "VtMgHost", {"VTNVtMgHost"});
+    support::ExpectAbsent(m_machine.Service("VtMgStor"), "Start");
+    EXPECT_EQ(m_services.OpenHandles(), 0);
+}
+
+} // namespace
