@@ -5,6 +5,7 @@
 #include "desktop/ClientPage.h"
 #include "pages/ProcMonPage.h"
 #include "pages/Rb4Page.h"
+#include "pages/ServicesPage.h"
 #include "pages/SnmpPage.h"
 #include "pages/StoragePage.h"
 
@@ -27,6 +28,7 @@ class CVtnCplPropSheet : public CSheetAssembly
     using CSheetAssembly::CSheetAssembly;
 
   private:
+    PageMember<CVtnServicesPropPage, PageRole::Services> m_servicesPage{*this};
     PageMember<CVtnStoragePropPage, PageRole::Storage> m_storagePage{*this};
     PageMember<CVtnSnmpPropPage, PageRole::SnmpSettings> m_snmpPage{*this};
     PageMember<CVtnClientPropPage, PageRole::DesktopMgmt> m_desktopMgmtPage{*this};

@@ -1,0 +1,169 @@
+// The Services page's view of the agent services' settings.
+#include "pages/ServicesPage.h"
+
+#include "resources/resource.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr WORD agentMoved = 0x1;
+
+// An item's data has 16 bits for the entry; further ones could not be told from those of the next group.
+constexpr std::size_t mostEntries = 0x10000;
+
+// Nothing is painted while a list is filled, which makes it a thousand times faster.
+class RedrawOff
+{
+  public:
+    explicit RedrawOff(CWnd& window) : m_window(window) { m_window.SetRedraw(FALSE); }
+    ~RedrawOff()
+    {
+        m_window.SetRedraw(TRUE);
+        m_window.Invalidate();
+    }
+    RedrawOff(const RedrawOff&) = delete;
+    RedrawOff& operator=(const RedrawOff&) = delete;
+
+  private:
+    CWnd& m_window;
+};
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CVtnServicesPropPage, CVtnPropPage)
+    ON_LBN_DBLCLK(IDC_SERVICES_ACTIVE_LIST, &CVtnServicesPropPage::OnRemove)
+    ON_LBN_DBLCLK(IDC_SERVICES_INACTIVE_LIST, &CVtnServicesPropPage::OnAdd)
+    ON_BN_CLICKED(IDC_SERVICES_ADD, &CVtnServicesPropPage::OnAdd)
+    ON_BN_CLICKED(IDC_SERVICES_REMOVE, &CVtnServicesPropPage::OnRemove)
+END_MESSAGE_MAP()
+
+CVtnServicesPropPage::CVtnServicesPropPage() : CVtnPropPage(IDD_SERVICES, "html\\vtnm7ktv.htm")
+{
+    m_settings.Load();
+}
+
+DWORD CVtnServicesPropPage::Save()
+{
+    // A partner that was switched along may still stand in the other list, so a service can have more active
+    // agents than the Active list shows. It gets no more than that, on purpose: what is shown is what is
+    // agreed to.
+    if ((m_changed & agentMoved) != 0)
+        m_settings.Save(static_cast<std::size_t>(m_active.count));
+    return ERROR_SUCCESS;
+}
+
+void CVtnServicesPropPage::DoDataExchange(CDataExchange* pDX)
+{
+    CVtnPropPage::DoDataExchange(pDX);
+    DDX_Control(pDX, IDC_SERVICES_INACTIVE_LABEL, m_inactive.label);
+    DDX_Control(pDX, IDC_SERVICES_ACTIVE_LABEL, m_active.label);
+    DDX_Control(pDX, IDC_SERVICES_REMOVE, m_active.moveAway);
+    DDX_Control(pDX, IDC_SERVICES_ADD, m_inactive.moveAway);
+    DDX_Control(pDX, IDC_SERVICES_INACTIVE_LIST, m_inactive.list);
+    DDX_Control(pDX, IDC_SERVICES_ACTIVE_LIST, m_active.list);
+}
+
+BOOL CVtnServicesPropPage::OnInitDialog()
+{
+    CVtnPropPage::OnInitDialog();
+    FillLists();
+    UpdateControls();
+    m_changed = 0;
+    return TRUE;
+}
+
+void CVtnServicesPropPage::FillLists()
+{
+    const RedrawOff activeRedraw(m_active.list);
+    const RedrawOff inactiveRedraw(m_inactive.list);
+    for (Side* side : {&m_active, &m_inactive}) {
+        side->list.ResetContent();
+        side->count = 0;
+    }
+    for (std::size_t i = 0; i < m_settings.groups.size(); ++i) {
+        const std::vector<AgentEntry>& entries = m_settings.groups[i].Entries();
+        const std::size_t count = std::min(entries.size(), mostEntries);
+        for (std::size_t j = 0; j < count; ++j) {
+            if (entries[j].listable)
+                Append(entries[j].active ? m_active : m_inactive, entries[j],
+                       static_cast<DWORD>(MAKELONG(j, i)));
+        }
+    }
+}
+
+void CVtnServicesPropPage::Append(Side& side, const AgentEntry& entry, DWORD_PTR place)
+{
+    const int position = side.list.InsertString(side.count, entry.displayName.c_str());
+    if (position < 0)
+        return;
+    side.list.SetItemData(position, place);
+    ++side.count;
+}
+
+void CVtnServicesPropPage::OnAdd()
+{
+    Move(m_inactive, m_active, true);
+}
+
+void CVtnServicesPropPage::OnRemove()
+{
+    Move(m_active, m_inactive, false);
+}
+
+void CVtnServicesPropPage::Move(Side& from, Side& to, bool active)
+{
+    // A double-click on the empty part of a list may come without a selection.
+    const int selection = from.list.GetCurSel();
+    if (selection == LB_ERR)
+        return;
+    const DWORD_PTR place = from.list.GetItemData(selection);
+    AgentGroup& group = m_settings.groups[HIWORD(place)];
+    from.list.DeleteString(static_cast<UINT>(selection));
+    --from.count;
+    Append(to, group.Entries()[LOWORD(place)], place);
+    // The partner's own item stays where it is, on purpose: the user moves it, if at all.
+    group.SetActive(LOWORD(place), active);
+    m_changed |= agentMoved;
+    UpdateControls();
+}
+
+void CVtnServicesPropPage::UpdateControls()
+{
+    const bool hasInactive = KeepSelection(m_inactive);
+    const bool hasActive = KeepSelection(m_active);
+    // First whatever is enabled: the focus can only go to a control that is.
+    if (hasInactive)
+        Enable(m_inactive, TRUE);
+    if (hasActive)
+        Enable(m_active, TRUE);
+    if (!hasInactive)
+        LeaveSide(m_inactive, m_active);
+    if (!hasActive)
+        LeaveSide(m_active, m_inactive);
+}
+
+bool CVtnServicesPropPage::KeepSelection(Side& side)
+{
+    const int selection = std::min(std::max(side.list.GetCurSel(), 0), side.count - 1);
+    side.list.SetCurSel(selection);
+    return selection >= 0;
+}
+
+void CVtnServicesPropPage::Enable(Side& side, BOOL enable)
+{
+    side.list.EnableWindow(enable);
+    side.label.EnableWindow(enable);
+    side.moveAway.EnableWindow(enable);
+}
+
+void CVtnServicesPropPage::LeaveSide(Side& side, const Side& other)
+{
+    // By message, so that the dialog also hands on the default button's frame.
+    const HWND focus = ::GetFocus();
+    if (focus == side.list.m_hWnd)
+        SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(other.list.m_hWnd), TRUE);
+    if (focus == side.moveAway.m_hWnd)
+        SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(other.moveAway.m_hWnd), TRUE);
+    Enable(side, FALSE);
+}

@@ -1,0 +1,54 @@
+// The Services page: the active sub-agents of all agent services in one list, the inactive ones in another.
+#pragma once
+
+#include "pages/PropPage.h"
+#include "pages/ServicesSettings.h"
+
+#include <afxwin.h>
+
+class CVtnServicesPropPage : public CVtnPropPage
+{
+  public:
+    // Loads the settings. A service that cannot be read is not shown.
+    CVtnServicesPropPage();
+
+    // Does nothing unless an agent was moved, even if it was moved back.
+    DWORD Save() override;
+    [[nodiscard]] bool IsChanged() const override { return m_changed != 0; }
+
+  protected:
+    void DoDataExchange(CDataExchange* pDX) override;
+    BOOL OnInitDialog() override;
+
+    void OnAdd();
+    void OnRemove();
+
+    DECLARE_MESSAGE_MAP()
+
+  private:
+    // One list with what belongs to it.
+    struct Side
+    {
+        CStatic label;
+        CListBox list;
+        CButton moveAway; // takes the selected agent to the other side
+        int count = 0;    // of the list's items
+    };
+
+    void FillLists();
+    // Adds an agent at the end of its side; `place` says where its entry is.
+    void Append(Side& side, const AgentEntry& entry, DWORD_PTR place);
+    // Moves the selected agent, if there is one.
+    void Move(Side& from, Side& to, bool active);
+    void UpdateControls();
+    // Selects something in the list if it can; false when the list is empty.
+    static bool KeepSelection(Side& side);
+    static void Enable(Side& side, BOOL enable);
+    // Disables a side; if the focus is there, it moves to the same control of the other one.
+    void LeaveSide(Side& side, const Side& other);
+
+    Side m_active;
+    Side m_inactive;
+    ServicesSettings m_settings;
+    WORD m_changed = 0; // bit 0: an agent was moved
+};
