@@ -109,17 +109,32 @@ TEST_F(ServicesPageMove, ADoubleClickMovesTheAgentUnderTheMouse)
     m_host.PressCancel();
 }
 
+// A double-click on the empty part of a list that has no selection.
+void DoubleClickNothing(const DialogDriver& page, int list)
+{
+    support::SendWithin(page.Control(list), LB_SETCURSEL, static_cast<WPARAM>(-1));
+    support::SendWithin(page.Window(), WM_COMMAND, MAKEWPARAM(list, LBN_DBLCLK),
+                        reinterpret_cast<LPARAM>(page.Control(list)));
+}
+
 TEST_F(ServicesPageMove, ADoubleClickWithoutASelectionMovesAndSavesNothing)
 {
     const DialogDriver page = Open();
-    for (const int list : {activeList, inactiveList}) {
-        support::SendWithin(page.Control(list), LB_SETCURSEL, static_cast<WPARAM>(-1));
-        support::SendWithin(page.Window(), WM_COMMAND, MAKEWPARAM(list, LBN_DBLCLK),
-                            reinterpret_cast<LPARAM>(page.Control(list)));
-    }
+    DoubleClickNothing(page, activeList);
+    DoubleClickNothing(page, inactiveList);
     ExpectLists(page, {"VTNA", "VTNB"}, {"VTNC", "VTNMHOST"});
     m_host.PressOk();
     support::ExpectAbsent(m_agents.Service("VtMgHost"), "Start");
+}
+
+TEST_F(ServicesPageMove, TheNextAgentAfterADoubleClickWithoutASelectionStillGoesToTheEnd)
+{
+    const DialogDriver page = Open();
+    DoubleClickNothing(page, activeList);
+    page.Select(inactiveList, 0);
+    page.Click(addButton);
+    ExpectLists(page, {"VTNA", "VTNB", "VTNC"}, {"VTNMHOST"});
+    m_host.PressCancel();
 }
 
 TEST_F(ServicesPageMove, AMovedAgentKeepsItsEntry)
