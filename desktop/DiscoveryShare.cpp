@@ -25,12 +25,13 @@ constexpr char destinationKey[] = "DestinationDirectory";
 constexpr char serverKey[] = "SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters";
 constexpr char nullSessionShares[] = "NullSessionShares";
 
-// Replaces references to environment variables; empty when the result is longer than a path may be.
+// Replaces references to environment variables; empty when that fails or the result is longer than a path may
+// be.
 std::string ExpandPath(const std::string& path)
 {
     std::array<char, MAX_PATH + 1> expanded{};
     const DWORD size = ExpandEnvironmentStringsA(path.c_str(), expanded.data(), MAX_PATH + 1);
-    return size > expanded.size() ? std::string() : expanded.data();
+    return size == 0 || size > expanded.size() ? std::string() : expanded.data();
 }
 
 std::string ClientPath(const std::string& scriptDirectory)
@@ -48,15 +49,26 @@ bool SetDestination(const std::string& scriptDirectory, const char* value)
 
 using Names = std::vector<std::string>;
 
+// The accessor reports a list of another type and one that there was no memory for in the same way.
+bool IsOfAnotherType(CRegistryKey& server)
+{
+    DWORD type = REG_MULTI_SZ;
+    RegistryData data;
+    DWORD size = 0;
+    return server.QueryValue(nullSessionShares, type, data, size) == ERROR_SUCCESS && type != REG_MULTI_SZ;
+}
+
 // Written back whether or not it changed. A value that is absent or of another type counts as an empty list,
-// as it does for the server.
+// as it does for the server. One that could not be read is refused: an empty list would be written over
+// somebody else's entries.
 template <typename Change>
 void ChangeNullSessionShares(Change change)
 {
     CRegistryKey server(HKEY_LOCAL_MACHINE, serverKey);
     Names shares;
-    if (server.GetMultiString(nullSessionShares, shares) == ERROR_OUTOFMEMORY)
-        throw configurationRefused; // an empty list would be written over somebody else's entries
+    const DWORD result = server.GetMultiString(nullSessionShares, shares);
+    if (result == ERROR_OUTOFMEMORY || (result == ERROR_INVALID_DATA && !IsOfAnotherType(server)))
+        throw configurationRefused;
     change(shares);
     server.SetMultiString(nullSessionShares, shares);
 }
@@ -72,7 +84,10 @@ std::string ComputerName()
 
 bool InstallClient(const std::string& scriptDirectory)
 {
-    const std::string source = ExpandPath(agentDirectory) + clientProgram;
+    const std::string directory = ExpandPath(agentDirectory);
+    if (directory.empty())
+        return false; // not to be taken for the root of the drive
+    const std::string source = directory + clientProgram;
     const std::string target = ClientPath(scriptDirectory);
     // A hidden or read-only file could not be overwritten, and the copy takes the attributes along. When this
     // fails, the copy tells.
