@@ -33,15 +33,32 @@ std::int16_t FindFirst(ProfileRequest& request)
     return request.current == nullptr ? std::int16_t{PROF_EMPTY} : FindFrom(request, request.current);
 }
 
-// A search ends at a section header, so the next entry is always one of the same section.
 std::int16_t FindBelow(ProfileRequest& request)
 {
     return FindFrom(request, request.current->next);
 }
 
+// The cursor moves on whether or not something is found: asked again and again, it passes every line and ends
+// on none. A search ends at a section header, so what is found is of the same section.
+std::int16_t FindNext(ProfileRequest& request)
+{
+    request.current = request.current->next;
+    return FindFrom(request, request.current);
+}
+
 std::int16_t Stay(ProfileRequest& /*request*/)
 {
     return PROF_OK;
+}
+
+// Puts the cursor on the section's header; false without one.
+bool GoToSection(ProfileRequest& request)
+{
+    ProfileLine* const header = FindProfileSection(request);
+    if (header == nullptr)
+        return false;
+    request.current = header;
+    return true;
 }
 
 // Writing.
@@ -54,32 +71,29 @@ std::int16_t Set(ProfileRequest& request)
 }
 
 // Inserts below the last line of the section that is not blank, so that the blank lines before the next
-// section keep the two apart.
-std::int16_t InsertInSection(ProfileRequest& request, ProfileLine* header)
+// section keep the two apart. The cursor is on the section's header, or below it.
+std::int16_t InsertInSection(ProfileRequest& request)
 {
-    ProfileLine* place = header;
-    const ProfileLine* const end = SectionEnd(header);
-    for (ProfileLine* line = header->next; line != end; line = line->next) {
+    const ProfileLine* const end = SectionEnd(request.current);
+    for (ProfileLine* line = request.current->next; line != end; line = line->next) {
         if (line->kind != PROF_KIND_BLANK)
-            place = line;
+            request.current = line;
     }
-    return InsertProfileLine(request, place, request.format);
+    return InsertProfileLine(request, request.current, request.format);
 }
 
 std::int16_t SetInSection(ProfileRequest& request)
 {
-    ProfileLine* const header = FindProfileSection(request);
-    if (header == nullptr)
+    if (!GoToSection(request))
         return AppendProfileEntry(request);
-    return FindProfileEntry(request, header->next)
+    return FindProfileEntry(request, request.current->next)
                ? RewriteProfileLine(request, request.format, request.value)
-               : InsertInSection(request, header);
+               : InsertInSection(request);
 }
 
 std::int16_t AddToSection(ProfileRequest& request)
 {
-    ProfileLine* const header = FindProfileSection(request);
-    return header == nullptr ? AppendProfileEntry(request) : InsertInSection(request, header);
+    return GoToSection(request) ? InsertInSection(request) : AppendProfileEntry(request);
 }
 
 std::int16_t AddSectionAtEnd(ProfileRequest& request)
@@ -158,8 +172,7 @@ std::int16_t DeleteSection(ProfileRequest& request)
 
 std::int16_t DeleteKeyInSection(ProfileRequest& request)
 {
-    const ProfileLine* const header = FindProfileSection(request);
-    if (header != nullptr && FindProfileEntry(request, header->next))
+    if (GoToSection(request) && FindProfileEntry(request, request.current->next))
         DeleteCurrentProfileLine(request);
     return PROF_OK;
 }
@@ -203,7 +216,7 @@ constexpr Operation operations[] = {
     {PROF_LIST_PREPEND, Start::Top, PrependToList},
     {PROF_LIST_APPEND, Start::Top, AppendToList},
     {PROF_FIND_FIRST, Start::Top, FindFirst},
-    {PROF_FIND_NEXT, Start::Cursor, FindBelow},
+    {PROF_FIND_NEXT, Start::Cursor, FindNext},
     {PROF_DELETE_PAIR, Start::Top, DeletePair},
     {PROF_REPLACE_CURRENT, Start::Cursor, ReplaceCurrent},
     {PROF_REMOVE_FROM_VALUE, Start::Top, RemoveFromValue},
@@ -211,7 +224,7 @@ constexpr Operation operations[] = {
     {PROF_SECTION_SET, Start::Anywhere, SetInSection},
     {PROF_SECTION_ADD, Start::Anywhere, AddToSection},
     {PROF_SECTION_GET, Start::Section, FindBelow},
-    {PROF_SECTION_GET_NEXT, Start::Cursor, FindBelow},
+    {PROF_SECTION_GET_NEXT, Start::Cursor, FindNext},
     {PROF_SECTION_DELETE, Start::Section, DeleteSection},
     {PROF_SECTION_DELETE_KEY, Start::Anywhere, DeleteKeyInSection},
     {PROF_SECTION_COPY, Start::Section, CopySection},
@@ -234,14 +247,10 @@ std::int16_t GoToStart(ProfileRequest& request, Start start)
 {
     if (start == Start::Cursor)
         return request.current == nullptr ? PROF_NO_CURRENT : PROF_OK;
+    if (start == Start::Section)
+        return GoToSection(request) ? PROF_OK : PROF_SECTION_NOT_FOUND;
     if (start == Start::Top)
         request.current = request.file->head->next;
-    if (start != Start::Section)
-        return PROF_OK;
-    ProfileLine* const header = FindProfileSection(request);
-    if (header == nullptr)
-        return PROF_SECTION_NOT_FOUND;
-    request.current = header;
     return PROF_OK;
 }
 

@@ -34,7 +34,7 @@ enum ProfileOperation : std::uint16_t
     PROF_LIST_PREPEND = 1,        // put the value in front of a ";"-list, unless the list contains it
     PROF_LIST_APPEND = 2,         // the same, at the end of the list
     PROF_FIND_FIRST = 3,          // first entry with the key
-    PROF_FIND_NEXT = 4,           // next entry with the key, below the cursor
+    PROF_FIND_NEXT = 4,           // next entry with the key, from the line below the cursor on
     PROF_DELETE_PAIR = 5,         // delete the first entry with both key and value; returns 0 without one too
     PROF_REPLACE_CURRENT = 6,     // put a new line in the place of the cursor line
     PROF_REMOVE_FROM_VALUE = 7,   // cut the first occurrence of the value out of the entry's value
@@ -42,7 +42,7 @@ enum ProfileOperation : std::uint16_t
     PROF_SECTION_SET = 10,        // the same within a section, which is appended when missing
     PROF_SECTION_ADD = 11,        // add an entry to the section without looking for its key
     PROF_SECTION_GET = 13,        // entry with the key in the section
-    PROF_SECTION_GET_NEXT = 14,   // next entry with the key in the section of the cursor, below the cursor
+    PROF_SECTION_GET_NEXT = 14,   // the same; a search ends with its section
     PROF_SECTION_DELETE = 15,     // delete the section's header and lines
     PROF_SECTION_DELETE_KEY = 16, // delete the entry in the section; returns 0 without one too
     PROF_SECTION_COPY = 17,       // copy the section's lines, without its header, to the clipboard

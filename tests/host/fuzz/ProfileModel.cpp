@@ -197,6 +197,7 @@ std::int16_t ProfileModel::InsertInSection(const ModelRequest& request, std::siz
     std::size_t place = SectionEnd(header);
     while (lines[place - 1].kind == 17)
         --place;
+    cursor = place - 1;
     return Insert(place, Format(request.key, request.value));
 }
 
@@ -264,9 +265,7 @@ std::int16_t ProfileModel::ExecuteOnSection(ModelRequest& request)
         return Append(request);
     if (!header)
         return request.operation == PROF_SECTION_DELETE_KEY ? PROF_OK : PROF_SECTION_NOT_FOUND;
-    // These two look for their place without the cursor.
-    if (!appends && request.operation != PROF_SECTION_DELETE_KEY)
-        cursor = header;
+    cursor = header;
     switch (request.operation) {
     case PROF_SECTION_SET:
         return Find(request.key, *header + 1) ? Rewrite(Format(request.key, request.value))
@@ -324,7 +323,8 @@ std::int16_t ProfileModel::ExecuteOnCursor(ModelRequest& request)
     case PROF_SET_RAW_CURRENT:
         return Rewrite(request.key + request.value);
     default: // the two that find the next
-        return Read(request, *cursor + 1);
+        cursor = *cursor + 1 == lines.size() ? Place() : Place(*cursor + 1);
+        return cursor ? Read(request, *cursor) : std::int16_t{PROF_KEY_NOT_FOUND};
     }
 }
 

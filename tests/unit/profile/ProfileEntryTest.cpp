@@ -169,15 +169,41 @@ TEST(ProfileFindFirst, ReportsAFileWithoutLines)
     EXPECT_EQ(Opened(compact, "").Execute(PROF_FIND_FIRST, "a"), PROF_EMPTY);
 }
 
-TEST(ProfileFindNext, FindsTheNextBelowTheCursorUntilThereIsNone)
+TEST(ProfileFindNext, FindsTheNextBelowTheCursor)
 {
     Opened request(compact, "a=1\r\nb=2\r\na=3\r\n");
     EXPECT_EQ(request.Execute(PROF_FIND_FIRST, "a"), PROF_OK);
     EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a"), PROF_OK);
     EXPECT_EQ(request.Value(), "3");
-    EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a"), PROF_KEY_NOT_FOUND);
-    EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a"), PROF_KEY_NOT_FOUND);
     EXPECT_EQ(request.Current(), "a=3");
+}
+
+TEST(ProfileFindNext, StepsOffTheLastLine)
+{
+    Opened request(compact, "a=1\r\n");
+    EXPECT_EQ(request.Execute(PROF_FIND_FIRST, "a"), PROF_OK);
+    EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a", "untouched"), PROF_KEY_NOT_FOUND);
+    EXPECT_EQ(request.Current(), std::nullopt);
+    EXPECT_EQ(request.Value(), "untouched");
+    EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a"), PROF_NO_CURRENT);
+}
+
+TEST(ProfileFindNext, StepsOneLineOnEvenOntoALineThatIsNoEntry)
+{
+    for (const std::string line : {"[A]", ";a=2", ""}) {
+        Opened request(compact, "a=1\r\n" + line + "\r\n[B]\r\na=3\r\n");
+        EXPECT_EQ(request.Execute(PROF_FIND_FIRST, "a"), PROF_OK);
+        EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a"), PROF_KEY_NOT_FOUND);
+        EXPECT_EQ(request.Current(), line);
+    }
+}
+
+TEST(ProfileFindNext, WithoutOneLeavesTheCursorOnTheLastEntryPassed)
+{
+    Opened request(compact, "a=1\r\n;c\r\nb=2\r\n;d\r\n");
+    EXPECT_EQ(request.Execute(PROF_FIND_FIRST, "a"), PROF_OK);
+    EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a"), PROF_KEY_NOT_FOUND);
+    EXPECT_EQ(request.Current(), "b=2");
 }
 
 // --- 8: set

@@ -26,6 +26,19 @@ std::string FoundHeader(const std::string& content, const std::string& section)
     return status == PROF_OK ? request.Current().value_or("(no cursor)") : "(failed)";
 }
 
+// Where the cursor is after one operation on a file that was just opened.
+std::optional<std::string> CursorAfter(const std::string& content, const std::string& section,
+                                       std::uint16_t operation, const std::string& key,
+                                       const std::string& value = "")
+{
+    const ScratchFile file;
+    file.Write(content);
+    Request request(sectioned);
+    request.Open(file);
+    (void)request.ExecuteIn(section, operation, key, value);
+    return request.Current();
+}
+
 // --- 61: find a section
 
 TEST(ProfileFindSection, FindsTheFirstHeaderWithTheNameInAnyLetterCase)
@@ -130,6 +143,19 @@ TEST(ProfileSectionAdd, AppendsAMissingSection)
     ExpectEdit(sectioned, "", {PROF_SECTION_ADD, "a", "2", "A"}, "\r\n[A]\r\n  a = 2\r\n");
 }
 
+// A line that is refused is not inserted, but the place for it has been found.
+TEST(ProfileSectionAdd, LeavesTheCursorOnTheNewLineOrAboveItsPlace)
+{
+    const std::string content = "x=0\r\n[A]\r\na=1\r\n;c\r\n\r\n[E]\r\n";
+    const std::string tooLong(600, 'v');
+    for (const std::uint16_t operation : {PROF_SECTION_SET, PROF_SECTION_ADD}) {
+        EXPECT_EQ(CursorAfter(content, "A", operation, "b", "2"), "  b = 2");
+        EXPECT_EQ(CursorAfter(content, "A", operation, "b", tooLong), ";c");
+        EXPECT_EQ(CursorAfter(content, "E", operation, "b", tooLong), "[E]");
+        EXPECT_EQ(CursorAfter(content, "N", operation, "b", tooLong), std::nullopt);
+    }
+}
+
 // --- 13, 14: get
 
 TEST(ProfileSectionGet, ReadsTheValueInTheSection)
@@ -154,6 +180,36 @@ TEST(ProfileSectionGet, TellsAMissingSectionFromAMissingKey)
     ExpectEdit(sectioned, "[A]\r\na=1\r\n", {PROF_SECTION_GET, "b", "", "A"}, "[A]\r\na=1\r\n",
                PROF_KEY_NOT_FOUND);
     ExpectEdit(sectioned, "[A]\r\n", {PROF_SECTION_GET, "b", "", "A"}, "[A]\r\n", PROF_KEY_NOT_FOUND);
+}
+
+TEST(ProfileSectionGet, WithoutTheKeyLeavesTheCursorOnTheHeaderOrTheLastEntryPassed)
+{
+    EXPECT_EQ(CursorAfter("a=0\r\n[A]\r\n;c\r\n[B]\r\n", "A", PROF_SECTION_GET, "b"), "[A]");
+    EXPECT_EQ(CursorAfter("[A]\r\na=1\r\n;c\r\n[B]\r\n", "A", PROF_SECTION_GET, "b"), "a=1");
+}
+
+TEST(ProfileSectionGetNext, StepsOneLineOnEvenOntoTheNextHeader)
+{
+    const ScratchFile file;
+    file.Write("[A]\r\na=1\r\n[B]\r\na=2\r\n");
+    Request request(sectioned);
+    request.Open(file);
+    EXPECT_EQ(request.ExecuteIn("A", PROF_SECTION_GET, "a"), PROF_OK);
+    EXPECT_EQ(request.ExecuteIn("A", PROF_SECTION_GET_NEXT, "a", "untouched"), PROF_KEY_NOT_FOUND);
+    EXPECT_EQ(request.Current(), "[B]");
+    EXPECT_EQ(request.Value(), "untouched");
+}
+
+TEST(ProfileSectionGetNext, StepsOffTheLastLine)
+{
+    const ScratchFile file;
+    file.Write("[A]\r\na=1\r\n");
+    Request request(sectioned);
+    request.Open(file);
+    EXPECT_EQ(request.ExecuteIn("A", PROF_SECTION_GET, "a"), PROF_OK);
+    EXPECT_EQ(request.ExecuteIn("A", PROF_SECTION_GET_NEXT, "a"), PROF_KEY_NOT_FOUND);
+    EXPECT_EQ(request.Current(), std::nullopt);
+    EXPECT_EQ(request.ExecuteIn("A", PROF_SECTION_GET_NEXT, "a"), PROF_NO_CURRENT);
 }
 
 // --- 15, 16: delete
@@ -186,6 +242,15 @@ TEST(ProfileSectionDeleteKey, ReturnsSuccessWithoutOne)
     ExpectEdit(sectioned, "[A]\r\n[B]\r\na=1\r\n", {PROF_SECTION_DELETE_KEY, "a", "", "A"},
                "[A]\r\n[B]\r\na=1\r\n");
     ExpectEdit(sectioned, "[A]\r\na=1\r\n", {PROF_SECTION_DELETE_KEY, "a", "", "B"}, "[A]\r\na=1\r\n");
+}
+
+TEST(ProfileSectionDeleteKey, LeavesTheCursorBelowTheDeletedEntryOrWhereTheSearchEnded)
+{
+    const std::string content = "x=0\r\n[A]\r\n;c\r\na=1\r\nb=2\r\n[E]\r\n;d\r\n";
+    EXPECT_EQ(CursorAfter(content, "A", PROF_SECTION_DELETE_KEY, "a"), "b=2");
+    EXPECT_EQ(CursorAfter(content, "A", PROF_SECTION_DELETE_KEY, "z"), "b=2");
+    EXPECT_EQ(CursorAfter(content, "E", PROF_SECTION_DELETE_KEY, "z"), "[E]");
+    EXPECT_EQ(CursorAfter(content, "N", PROF_SECTION_DELETE_KEY, "z"), std::nullopt);
 }
 
 // --- 17, 23: copy and paste
