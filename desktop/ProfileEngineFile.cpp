@@ -1,6 +1,8 @@
 // Opens, saves and closes profile files: everything of the engine that touches the file system.
 #include "desktop/ProfileEngineLines.h"
 
+#include "sysaccess/Handles.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -41,10 +43,10 @@ std::int16_t FailureStatus()
     return status == PROF_OK ? std::int16_t{ERROR_GEN_FAILURE} : status;
 }
 
-HANDLE OpenShared(const char* path, DWORD disposition)
+UniqueFile OpenShared(const char* path, DWORD disposition)
 {
-    return CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
+    return OwnFile(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
+                               FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 // Reads until there is a longest line and the byte after it, or all that the file still has.
@@ -213,12 +215,11 @@ std::int16_t WriteProfile(const ProfileRequest& request, DWORD& size)
     // A file that vanished since it was opened stays away, unless the caller created it.
     if ((request.flags & PROF_CREATE) == 0 && !Exists(path))
         return ERROR_FILE_NOT_FOUND;
-    const HANDLE handle = OpenShared(path, OPEN_EXISTING);
-    if (handle == INVALID_HANDLE_VALUE)
+    const UniqueFile file = OpenShared(path, OPEN_EXISTING);
+    if (!file)
         return FailureStatus();
-    const std::int16_t status = WriteLines(handle, request.file->head->next);
-    size = GetFileSize(handle, nullptr); // a size that cannot be told is not 0: the lines are written
-    CloseHandle(handle);
+    const std::int16_t status = WriteLines(file.Get(), request.file->head->next);
+    size = GetFileSize(file.Get(), nullptr); // a size that cannot be told is not 0: the lines are written
     return status;
 }
 
@@ -228,11 +229,11 @@ std::int16_t ProfileOpen(const char* path, ProfileRequest& request)
 {
     if (std::strlen(path) >= profilePathSize)
         return ERROR_FILENAME_EXCED_RANGE;
-    const HANDLE handle = OpenShared(path, (request.flags & PROF_CREATE) != 0 ? CREATE_ALWAYS : OPEN_ALWAYS);
-    if (handle == INVALID_HANDLE_VALUE)
+    const bool isEmptied = (request.flags & PROF_CREATE) != 0;
+    const UniqueFile file = OpenShared(path, isEmptied ? CREATE_ALWAYS : OPEN_ALWAYS);
+    if (!file)
         return FailureStatus();
-    const std::int16_t status = ReadProfile(handle, path, request.file);
-    CloseHandle(handle);
+    const std::int16_t status = ReadProfile(file.Get(), path, request.file);
     if (status != PROF_OK)
         return status;
     request.current = nullptr;
@@ -252,7 +253,8 @@ std::int16_t ProfileSave(ProfileRequest& request)
     const std::int16_t status = WriteProfile(request, size);
     const bool isKept = status == PROF_OK && size != 0;
     // An empty file is of no use, and a half-written one is worse than none. One that somebody else keeps
-    // from being deleted gets its attribute back, like one that was written.
+    // from being deleted gets its attribute back, like one that was written. When that fails, the lines are
+    // written all the same, and a file that stays writable is no reason to call the save a failure.
     if ((isKept || !DeleteFileA(path)) && wasReadOnly)
         _chmod(path, _S_IREAD);
     return status;

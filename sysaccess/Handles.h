@@ -37,6 +37,18 @@ inline void CloseLibrary(HMODULE library)
 }
 using UniqueLibrary = UniqueHandle<HMODULE, CloseLibrary>;
 
+inline void CloseFile(HANDLE file)
+{
+    CloseHandle(file);
+}
+using UniqueFile = UniqueHandle<HANDLE, CloseFile>;
+
+// Owns what CreateFileA returned; nothing when it failed, which it reports by a handle that is not null.
+[[nodiscard]] inline UniqueFile OwnFile(HANDLE file)
+{
+    return UniqueFile(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
 // The entry point of a library as a function of the given pointer type; null when it has none. `name` may be
 // an ordinal made with MAKEINTRESOURCEA.
 template <typename Function>
