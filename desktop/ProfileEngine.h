@@ -1,6 +1,10 @@
 // Edits line-oriented text files (INI-style profiles, batch files) that somebody else wrote: reads one into a
 // list of lines, finds, reads, inserts, changes and deletes lines by numbered operations, and writes the list
-// back. Lines that no operation touches keep every byte but their ending. The login script is edited with it.
+// back. The login script is edited with it.
+//
+// Lines that no operation touches keep every byte but their ending. Except: what follows 0x1A, a zero or a
+// lone carriage return in a line is lost; blank lines at the end of the file go; a line that does not end
+// within 599 bytes is split, and below one of 598 or 599 characters each save leaves an empty line more.
 //
 // The calls come in this order: ProfileOpen, any number of ProfileExecute, ProfileSave, ProfileClose. Plain
 // records, functions and status codes; all texts are 8-bit, and letter case means the case of the ASCII
@@ -113,9 +117,8 @@ struct ProfileRequest
 };
 
 // Reads the file, which is created when it is missing, and shares it with readers meanwhile. Lines end with
-// CR LF, LF or LF CR; longer ones are split after each 599 bytes; what follows 0x1A or a zero in a line is
-// dropped, and so are blank lines at the end of the file. Returns 0, 8, 206 for a path of 608 characters or
-// more, or a Win32 error code; on failure no file is open.
+// CR LF, LF or LF CR. Returns 0, 8, 206 for a path of 608 characters or more, or a Win32 error code; on
+// failure no file is open.
 [[nodiscard]] std::int16_t ProfileOpen(const char* path, ProfileRequest& request);
 
 // Performs the request's operation. A code that is not in ProfileOperation does nothing and returns 0. A line

@@ -37,6 +37,38 @@ TEST(ProfileSave, WritesALineThatWasSplitAsSeveral)
                                   std::string(302, 'x') + "\r\n");
 }
 
+// Only part of its ending is read with such a line; the rest is taken for a line of its own.
+TEST(ProfileSave, LeavesOneEmptyLineMoreBelowALineOf598Or599CharactersEachTime)
+{
+    for (const std::size_t length : {598U, 599U}) {
+        const ScratchFile file;
+        const std::string longLine(length, 'x');
+        std::string content = longLine + "\r\nb\r\n";
+        file.Write(content);
+        for (int save = 1; save <= 3; ++save) {
+            Request request;
+            request.Open(file);
+            EXPECT_EQ(request.Save(), PROF_OK);
+            content.insert(longLine.size(), "\r\n");
+            EXPECT_EQ(file.Content(), content) << length << " characters, save " << save;
+        }
+    }
+}
+
+TEST(ProfileSave, LeavesNoEmptyLineBelowALongLineAtTheEndNorBelowAShorterOne)
+{
+    const ScratchFile file;
+    for (const std::string& content : {std::string(598, 'x') + "\r\n", std::string(599, 'x') + "\r\n",
+                                       std::string(597, 'x') + "\r\nb\r\n"})
+    {
+        file.Write(content);
+        Request request;
+        request.Open(file);
+        EXPECT_EQ(request.Save(), PROF_OK);
+        EXPECT_EQ(file.Content(), content);
+    }
+}
+
 TEST(ProfileSave, LosesWhatFollowsAnEndOfFileMark)
 {
     const ScratchFile file;
