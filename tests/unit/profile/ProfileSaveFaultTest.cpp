@@ -1,0 +1,227 @@
+// What saving does when the system lets it down: each of its calls of Windows fails once, for files of every
+// condition. What is said of the file afterwards is the whole of it; natively the leak check watches, too.
+#include "ProfileFaults.h"
+#include "support/FailNth.h"
+
+namespace {
+
+using profile::FailurePoint;
+using profile::raw;
+using profile::Request;
+using profile::ScratchFile;
+using profile::self;
+using Outcomes = std::vector<std::string>;
+
+std::int16_t SaveIt(Request& request, const char* /*path*/)
+{
+    return ProfileSave(request.Block());
+}
+
+// In what condition a file is saved.
+struct Condition
+{
+    bool isReadOnly;
+    bool isEmptied; // by the edit: else a line is added
+    std::uint8_t flags = raw;
+};
+
+// A request whose lines differ from the file, which holds "old" or, when the request made it, nothing.
+void Change(Request& request, const ScratchFile& file, const Condition& condition)
+{
+    file.Write("old\r\n");
+    request.Open(file);
+    if (condition.isEmptied)
+        EXPECT_EQ(request.Execute(PROF_DELETE_FIRST, "old"), PROF_OK);
+    else
+        EXPECT_EQ(request.Execute(PROF_APPEND_LAST, "new"), PROF_OK);
+    file.SetReadOnly(condition.isReadOnly);
+}
+
+std::string Described(const ScratchFile& file)
+{
+    const std::optional<std::string> content = file.Content();
+    if (!content)
+        return "gone";
+    const std::string text = content == "old\r\n"          ? "old"
+                             : content == "old\r\nnew\r\n" ? "new"
+                             : content == "new\r\n"        ? "new"
+                             : content->empty()            ? "empty"
+                                                           : "broken";
+    return text + (file.IsReadOnly() ? ", read-only" : "");
+}
+
+// Saves with the first call of Windows failing, then the second and so on, until none fails. Each outcome
+// reads "CALL: status, file".
+Outcomes Sweep(const Condition& condition)
+{
+    Outcomes outcomes;
+    for (int place = 1;; ++place) {
+        const ScratchFile file;
+        Request request(condition.flags);
+        Change(request, file, condition);
+        const std::vector<std::string> lines = request.Lines();
+        FailurePoint point(place);
+        const std::int16_t status = WithFailingSystem(point, request, file.Path(), SaveIt);
+        outcomes.push_back(point.Failed() + ": " + std::to_string(status) + ", " + Described(file));
+        EXPECT_EQ(request.Lines(), lines) << outcomes.back();
+        if (!point.HasFailed())
+            return outcomes;
+    }
+}
+
+// --- every call, one after the other
+
+TEST(ProfileSaveFaults, LeaveAWritableFileWholeOrGone)
+{
+    const Outcomes expected = {"_access: 0, new",
+                               "_access: 0, new, read-only", // it was told that the file is so
+                               "_access: 2, gone",
+                               "CreateFileA: 1117, gone",
+                               "WriteFile: 1117, gone",
+                               "SetEndOfFile: 1117, gone",
+                               "GetFileSize: 0, new",
+                               "CloseHandle: 0, new",
+                               "(none): 0, new"};
+    EXPECT_EQ(Sweep({.isReadOnly = false, .isEmptied = false}), expected);
+}
+
+TEST(ProfileSaveFaults, LeaveAReadOnlyFileReadOnlyOrGone)
+{
+    const Outcomes expected = {"_access: 5, old, read-only",
+                               "_access: 0, new, read-only",
+                               "_chmod: 5, old, read-only",
+                               "_access: 2, gone",
+                               "CreateFileA: 1117, gone",
+                               "WriteFile: 1117, gone",
+                               "SetEndOfFile: 1117, gone",
+                               "GetFileSize: 0, new, read-only",
+                               "CloseHandle: 0, new, read-only",
+                               "_chmod: 0, new", // written, only its attribute is lost
+                               "(none): 0, new, read-only"};
+    EXPECT_EQ(Sweep({.isReadOnly = true, .isEmptied = false}), expected);
+}
+
+TEST(ProfileSaveFaults, DeleteAFileThatTheEditEmptied)
+{
+    const Outcomes expected = {"_access: 0, gone",        "_access: 0, gone",      "_access: 2, gone",
+                               "CreateFileA: 1117, gone", "WriteFile: 1117, gone", "SetEndOfFile: 1117, gone",
+                               "GetFileSize: 0, empty",   "CloseHandle: 0, gone",  "DeleteFileA: 0, empty",
+                               "(none): 0, gone"};
+    EXPECT_EQ(Sweep({.isReadOnly = false, .isEmptied = true}), expected);
+}
+
+TEST(ProfileSaveFaults, DeleteAReadOnlyFileThatTheEditEmptied)
+{
+    const Outcomes expected = {"_access: 5, old, read-only",
+                               "_access: 0, gone",
+                               "_chmod: 5, old, read-only",
+                               "_access: 2, gone",
+                               "CreateFileA: 1117, gone",
+                               "WriteFile: 1117, gone",
+                               "SetEndOfFile: 1117, gone",
+                               "GetFileSize: 0, empty, read-only",
+                               "CloseHandle: 0, gone",
+                               "DeleteFileA: 0, empty, read-only",
+                               "(none): 0, gone"};
+    EXPECT_EQ(Sweep({.isReadOnly = true, .isEmptied = true}), expected);
+}
+
+// Whether such a file is still there is left to the open, so that is one question less.
+TEST(ProfileSaveFaults, LeaveAFileThatTheRequestCreatesWholeOrGone)
+{
+    const Outcomes expected = {"_access: 0, new",          "_access: 0, new, read-only",
+                               "CreateFileA: 1117, gone",  "WriteFile: 1117, gone",
+                               "SetEndOfFile: 1117, gone", "GetFileSize: 0, new",
+                               "CloseHandle: 0, new",      "(none): 0, new"};
+    EXPECT_EQ(Sweep({.isReadOnly = false, .isEmptied = false, .flags = PROF_CREATE}), expected);
+}
+
+// --- failures of their own kind
+
+TEST(ProfileSaveFaults, OfACallWithoutAnErrorAreStillFailures)
+{
+    const ScratchFile file;
+    Request request;
+    Change(request, file, {});
+    {
+        const support::FailNth<"WriteFile", decltype(WriteFile)> fail(self, 1, FALSE);
+        EXPECT_EQ(request.Save(), ERROR_GEN_FAILURE);
+        EXPECT_EQ(Described(file), "gone");
+    }
+    file.Write("old\r\n");
+    const support::FailNth<"SetEndOfFile", decltype(SetEndOfFile)> fail(self, 1, FALSE);
+    EXPECT_EQ(request.Save(), ERROR_GEN_FAILURE);
+    EXPECT_EQ(Described(file), "gone");
+}
+
+TEST(ProfileSaveFaults, AreReportedByTheirLastSixteenBits)
+{
+    const ScratchFile file;
+    Request request;
+    Change(request, file, {});
+    const support::FailNth<"WriteFile", decltype(WriteFile)> fail(self, 1, FALSE, 0xABCD0005);
+    EXPECT_EQ(request.Save(), 5);
+}
+
+TEST(ProfileSaveFaults, OfADeletionThatFailsTooReportWhatFailedFirst)
+{
+    const ScratchFile file;
+    Request request;
+    Change(request, file, {.isReadOnly = true, .isEmptied = false});
+    const support::FailNth<"WriteFile", decltype(WriteFile)> write(self, 1, FALSE, ERROR_DISK_FULL);
+    const support::FailNth<"DeleteFileA", decltype(DeleteFileA)> remove(self, 1, FALSE, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(request.Save(), ERROR_DISK_FULL);
+    EXPECT_EQ(Described(file), "old, read-only");
+}
+
+TEST(ProfileSaveFaults, OfMemoryDoNotHappen)
+{
+    const ScratchFile file;
+    Request request;
+    Change(request, file, {});
+    FailurePoint point(1);
+    EXPECT_EQ(WithFailingMemory(point, request, file.Path(), SaveIt), PROF_OK);
+    EXPECT_FALSE(point.HasFailed());
+}
+
+TEST(ProfileSaveFaults, OfAWriteEndTheWriting)
+{
+    const ScratchFile file;
+    file.Write(std::string(30000, '\n') + "x");
+    Request request;
+    request.Open(file);
+    int writes = 0;
+    auto fail = support::HookImport<decltype(WriteFile)>(self, "WriteFile", [&](auto, auto...) {
+        ++writes;
+        SetLastError(ERROR_DISK_FULL);
+        return FALSE;
+    });
+    EXPECT_EQ(request.Save(), ERROR_DISK_FULL);
+    EXPECT_EQ(writes, 1);
+    EXPECT_EQ(file.Content(), std::nullopt);
+}
+
+TEST(ProfileSaveFaults, IncludeAShortWriteWhichIsAFullDisk)
+{
+    const ScratchFile file;
+    Request request;
+    Change(request, file, {});
+    auto writeLittle = support::HookImport<decltype(WriteFile)>(
+        self, "WriteFile",
+        [](auto original, HANDLE handle, LPCVOID data, DWORD size, LPDWORD count, auto overlapped) {
+            return original(handle, data, size - 1, count, overlapped);
+        });
+    EXPECT_EQ(request.Save(), ERROR_DISK_FULL);
+    EXPECT_EQ(file.Content(), std::nullopt);
+}
+
+TEST(ProfileSaveFaults, IncludeAFileThatSeemsToHaveVanished)
+{
+    const ScratchFile file;
+    Request request;
+    Change(request, file, {});
+    auto vanish = support::HookImport<decltype(_access)>(self, "_access", [](auto, auto...) { return -1; });
+    EXPECT_EQ(request.Save(), ERROR_FILE_NOT_FOUND);
+}
+
+} // namespace
