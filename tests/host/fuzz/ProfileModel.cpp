@@ -80,7 +80,7 @@ bool Contains(const std::string& text, const std::string& part)
 } // namespace
 
 ProfileModel::ProfileModel(std::uint8_t flags, const std::string& content)
-    : lines(Split(content)), m_flags(flags)
+    : lines(Split((flags & 0x80) == 0 ? content : "")), m_flags(flags)
 {
 }
 
@@ -286,8 +286,8 @@ std::int16_t ProfileModel::ExecuteOnSection(ModelRequest& request)
         if (*header + 1 == lines.size())
             return PROF_NO_CURRENT;
         clipboard = {LineOf("")};
-        clipboard->insert(clipboard->end(), lines.begin() + static_cast<std::ptrdiff_t>(*header + 1),
-                          lines.begin() + static_cast<std::ptrdiff_t>(SectionEnd(*header)));
+        clipboard.insert(clipboard.end(), lines.begin() + static_cast<std::ptrdiff_t>(*header + 1),
+                         lines.begin() + static_cast<std::ptrdiff_t>(SectionEnd(*header)));
         return PROF_OK;
     case PROF_SECTION_APPEND_VALUE: {
         if (!Find(request.key, *header + 1))
@@ -336,8 +336,8 @@ std::int16_t ProfileModel::ExecuteAnywhere(ModelRequest& request)
     case PROF_APPEND_LAST:
         return Append(request);
     case PROF_PASTE_AT_END:
-        if (clipboard) {
-            lines.insert(lines.end(), clipboard->begin(), clipboard->end());
+        if (!clipboard.empty()) {
+            lines.insert(lines.end(), clipboard.begin(), clipboard.end());
             cursor = lines.size() - 1;
         }
         return PROF_OK;

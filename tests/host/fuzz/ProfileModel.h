@@ -13,8 +13,6 @@ struct ModelLine
 {
     std::string text;
     std::uint32_t kind;
-
-    bool operator==(const ModelLine&) const = default;
 };
 
 struct ModelRequest
@@ -37,8 +35,8 @@ class ProfileModel
 
     std::vector<ModelLine> lines;
     std::optional<std::size_t> cursor;
-    std::optional<std::vector<ModelLine>> clipboard;
-    bool keyOnly = false; // the caller's format "%s"
+    std::vector<ModelLine> clipboard; // what was copied below an empty line; without that, nothing
+    bool keyOnly = false;             // the caller's format "%s"
 
   private:
     using Place = std::optional<std::size_t>;

@@ -104,12 +104,15 @@ std::optional<std::string> FileContent()
     return content;
 }
 
-std::vector<ModelLine> LinesFrom(const ProfileLine* first)
+// Compared where they stand: copies would take most of the time.
+bool AreEqual(const ProfileLine* line, const std::vector<ModelLine>& expected)
 {
-    std::vector<ModelLine> lines;
-    for (const ProfileLine* line = first; line != nullptr; line = line->next)
-        lines.push_back({line->text, line->kind});
-    return lines;
+    for (const ModelLine& other : expected) {
+        if (line == nullptr || line->kind != other.kind || line->text != other.text)
+            return false;
+        line = line->next;
+    }
+    return line == nullptr;
 }
 
 // Where the cursor is; nothing without one.
@@ -168,11 +171,11 @@ class Engine
     {
         if (!IsLinkedBothWays(m_request))
             return "broken links";
-        if (LinesFrom(m_request.file->head->next) != model.lines)
+        if (!AreEqual(m_request.file->head->next, model.lines))
             return "different lines";
         if (CursorOf(m_request) != model.cursor || (m_request.current == nullptr) == model.cursor.has_value())
             return "different cursor";
-        if (LinesFrom(m_request.clipboard) != model.clipboard.value_or(std::vector<ModelLine>()))
+        if (!AreEqual(m_request.clipboard, model.clipboard))
             return "different clipboard";
         return "";
     }
@@ -209,8 +212,10 @@ std::string RunOperation(Engine& engine, ProfileModel& model, Input& input)
 std::string RunProfileScenario(const std::uint8_t* data, std::size_t size)
 {
     Input input(data, size);
-    const std::uint8_t flags = modes[input.Byte() % std::size(modes)];
-    const bool keyOnly = input.Byte() % 4 == 3;
+    const std::uint8_t mode = modes[input.Byte() % std::size(modes)];
+    const std::uint8_t choices = input.Byte();
+    const bool keyOnly = choices % 4 == 3;
+    const std::uint8_t flags = choices / 4 % 8 == 7 ? mode | PROF_CREATE : mode;
     const std::size_t contentSize = input.Byte() * 256U + input.Byte();
     const std::string content = input.Bytes(contentSize);
     WriteFileContent(content);
