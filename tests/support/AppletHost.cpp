@@ -236,13 +236,24 @@ LONG AppletHost::Close()
 
 void AppletHost::PressKey(WORD key) const
 {
+    PostKey(WM_KEYDOWN, WM_KEYUP, key, 0);
+}
+
+void AppletHost::PressKeyWithAlt(WORD key) const
+{
+    constexpr LPARAM altIsDown = 0x20000000;
+    PostKey(WM_SYSKEYDOWN, WM_SYSKEYUP, key, altIsDown);
+}
+
+void AppletHost::PostKey(UINT pressed, UINT released, WORD key, LPARAM state) const
+{
     const HWND focus = m_thread.Focus();
     if (focus == nullptr)
         throw std::runtime_error("no control has the focus");
     // The key's number among the counts of repeats and states: one press, then its release.
     const LPARAM scanCode = static_cast<LPARAM>(MapVirtualKeyA(key, MAPVK_VK_TO_VSC)) << 16U;
-    PostMessageA(focus, WM_KEYDOWN, key, scanCode | 1);
-    PostMessageA(focus, WM_KEYUP, key, scanCode | 0xC0000001);
+    PostMessageA(focus, pressed, key, scanCode | state | 1);
+    PostMessageA(focus, released, key, scanCode | state | 0xC0000001);
     m_thread.Settle();
 }
 

@@ -84,6 +84,8 @@ class AppletHost
 
     // Presses a key in the control that has the focus, as a key message, and waits until it is handled.
     void PressKey(WORD key) const;
+    // The same while Alt is down: a control's access key, for one.
+    void PressKeyWithAlt(WORD key) const;
     // Where the library asks GetKeyState, these keys (VK_SHIFT, VK_CONTROL) are down from now on.
     void HoldKeys(std::set<int> keys);
 
@@ -91,6 +93,7 @@ class AppletHost
     static LPSTR WINAPI CommandLine();
     static SHORT WINAPI KeyState(int key);
     void Load(const std::string& path);
+    void PostKey(UINT pressed, UINT released, WORD key, LPARAM state) const;
     LONG Wait(std::future<LONG>& answer);
     LONG PressAndWait(int button);
     [[nodiscard]] HWND FindSheet() const;

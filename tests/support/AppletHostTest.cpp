@@ -165,6 +165,25 @@ TEST_F(AppletHostTest, PressesHelpAndF1ButNotWithShift)
     m_host.PressCancel();
 }
 
+TEST_F(AppletHostTest, PressesKeysAsTheDialogsOfTheSystemKnowThem)
+{
+    MessageBoxScript boxes(m_host.Module());
+    m_host.Open();
+    const DialogDriver page = m_host.ActivePage();
+    page.Focus(IDC_FIRST_CHECK);
+    m_host.PressKey(VK_SPACE);
+    EXPECT_TRUE(page.IsChecked(IDC_FIRST_CHECK));
+    m_host.PressKey(VK_TAB);
+    EXPECT_EQ(m_host.Thread().Focus(), page.Control(IDC_FIRST_EDIT));
+    boxes.Answer(IDYES);
+    m_host.PressKeyWithAlt('A');
+    EXPECT_EQ(page.Text(IDC_FIRST_EDIT), "yes");
+    m_host.PressKeyWithAlt('K');
+    m_host.PressKey(VK_RETURN);
+    EXPECT_EQ(m_host.WaitForEnd(), 7);
+    ExpectDword(m_settings, "First", 0);
+}
+
 TEST_F(AppletHostTest, ShowsTheLibraryAnotherCommandLine)
 {
     m_host.SetCommandLine("control.exe sample.cpl /single");
