@@ -13,12 +13,18 @@ void Require(BOOL isDone, const std::string& what)
         throw std::runtime_error(what + ": error " + std::to_string(GetLastError()));
 }
 
-std::string NewPath()
+// Of this process alone, and another one each time.
+std::string NewName()
 {
     static int count = 0;
+    return "vtn" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count);
+}
+
+std::string NewPath()
+{
     std::array<char, MAX_PATH> temporary{};
     GetTempPathA(MAX_PATH, temporary.data());
-    return temporary.data() + ("vtn" + std::to_string(GetCurrentProcessId())) + "-" + std::to_string(++count);
+    return temporary.data() + NewName();
 }
 
 void DeleteTree(const std::string& directory)
@@ -40,11 +46,24 @@ void DeleteTree(const std::string& directory)
     RemoveDirectoryA(directory.c_str());
 }
 
-std::string Variable(const std::string& name)
+std::optional<std::string> Variable(const std::string& name)
 {
     std::array<char, MAX_PATH> value{};
-    GetEnvironmentVariableA(name.c_str(), value.data(), MAX_PATH);
+    SetLastError(ERROR_SUCCESS);
+    if (GetEnvironmentVariableA(name.c_str(), value.data(), MAX_PATH) == 0 &&
+        GetLastError() == ERROR_ENVVAR_NOT_FOUND)
+        return std::nullopt;
     return value.data();
+}
+
+// Where Wine looks for the machines of the network.
+std::string NetworkRoot()
+{
+    constexpr std::size_t nativePrefix = 4; // "\??\"
+    const std::string prefix = Variable("WINECONFIGDIR").value_or("");
+    if (prefix.size() <= nativePrefix)
+        throw std::runtime_error("only Wine makes up a network");
+    return prefix.substr(nativePrefix) + "\\dosdevices\\unc";
 }
 
 } // namespace
@@ -90,6 +109,23 @@ TestDirectory::~TestDirectory()
     DeleteTree(m_path);
 }
 
+NetworkDirectory::NetworkDirectory(const std::string& share)
+{
+    const std::string root = NetworkRoot();
+    const std::string machine = NewName();
+    m_machine = root + "\\" + machine;
+    m_path = "\\\\" + machine + "\\" + share;
+    DeleteTree(m_machine);
+    CreateDirectoryA(root.c_str(), nullptr); // it may be there
+    Require(CreateDirectoryA(m_machine.c_str(), nullptr), "making " + m_machine);
+    Require(CreateDirectoryA((m_machine + "\\" + share).c_str(), nullptr), "making " + m_path);
+}
+
+NetworkDirectory::~NetworkDirectory()
+{
+    DeleteTree(m_machine);
+}
+
 SavedVariable::SavedVariable(const std::string& name, const std::string& value)
     : m_name(name), m_saved(Variable(name))
 {
@@ -98,7 +134,7 @@ SavedVariable::SavedVariable(const std::string& name, const std::string& value)
 
 SavedVariable::~SavedVariable()
 {
-    SetEnvironmentVariableA(m_name.c_str(), m_saved.c_str());
+    SetEnvironmentVariableA(m_name.c_str(), m_saved ? m_saved->c_str() : nullptr);
 }
 
 } // namespace support

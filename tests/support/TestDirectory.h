@@ -1,4 +1,4 @@
-// A directory of one test, and the bytes of the files in it.
+// Directories of one test, on a drive and on the network, and the bytes of the files in them.
 #pragma once
 
 #include <optional>
@@ -32,7 +32,27 @@ class TestDirectory
     std::string m_path;
 };
 
-// An environment variable of this process that has another value for the life of this object.
+// The same on the network: a share of a machine that exists in the test alone. Wine looks for such machines
+// below its prefix; elsewhere the constructor throws std::runtime_error.
+class NetworkDirectory
+{
+  public:
+    explicit NetworkDirectory(const std::string& share);
+    ~NetworkDirectory();
+    NetworkDirectory(const NetworkDirectory&) = delete;
+    NetworkDirectory& operator=(const NetworkDirectory&) = delete;
+
+    // "\\MACHINE\SHARE"
+    [[nodiscard]] const std::string& Path() const { return m_path; }
+    [[nodiscard]] std::string File(const std::string& name) const { return m_path + "\\" + name; }
+
+  private:
+    std::string m_machine; // the directory that stands for it
+    std::string m_path;
+};
+
+// An environment variable of this process that has another value for the life of this object. One that was
+// absent is absent again afterwards.
 class SavedVariable
 {
   public:
@@ -43,7 +63,7 @@ class SavedVariable
 
   private:
     std::string m_name;
-    std::string m_saved;
+    std::optional<std::string> m_saved;
 };
 
 } // namespace support
