@@ -1,0 +1,208 @@
+// The login script's path on the Desktop Mgmt page: typed, browsed for, and checked when the page is left.
+#include "applet/ClientPageTest.h"
+
+// It needs windows.h before it.
+#include <commdlg.h>
+
+namespace {
+
+using support::DialogDriver;
+using support::ExpectAbsent;
+using support::ExpectString;
+using support::FileExists;
+using support::ReadBytes;
+using support::WriteBytes;
+
+constexpr char caption[] = "Norvale Management Agents";
+constexpr char enabledNote[] =
+    "Enabling Desktop Management will only update an existing script or create a new script.  It will not "
+    "setup login script processing.\n\nPlease use the User Manager for Domains application to setup login "
+    "script processing.";
+constexpr char nameInvalid[] =
+    "Filename error or file could not be opened.  Only batch (.BAT) files are allowed.";
+
+const support::ShownBox note{nullptr, enabledNote, caption, MB_ICONINFORMATION};
+const support::ShownBox refusal{nullptr, nameInvalid, caption, MB_ICONEXCLAMATION};
+
+// --- the path
+
+TEST_F(ClientPage, APathCanBeTypedWithItsOwnPunctuationOnly)
+{
+    const DialogDriver page = OpenSwitchedOn();
+    page.SetText(IDC_CLIENT_SCRIPT, "");
+    page.Type(IDC_CLIENT_SCRIPT, "aZ09`!@#$%()_-{}~' :\\/.");
+    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "aZ09`!@#$%()_-{}~' :\\/.");
+    page.Type(IDC_CLIENT_SCRIPT, "^&*+=[]|;\"<>?,\x93\xFA\xE4");
+    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "aZ09`!@#$%()_-{}~' :\\/.");
+    page.Type(IDC_CLIENT_SCRIPT, "C:^\\\b\\a"); // in place of what is selected
+    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "C:\\a");
+    m_host.PressCancel();
+}
+
+TEST_F(ClientPage, ATypedPathIsUpdatedAndRecorded)
+{
+    const std::string path = m_scripts.File("other start.Bat");
+    OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, path); // in place of the selected text
+    m_host.PressOk();
+    ExpectString(m_machine.hostAgent, "ClientIni", path);
+    EXPECT_TRUE(FileExists(path));
+    EXPECT_FALSE(m_shares.Find("VTNDATA"));
+}
+
+TEST_F(ClientPage, ANetworkPathIsTakenAsItIs)
+{
+    // Wine and Windows both serve this form of a local path without a network.
+    const std::string path = "\\\\?\\" + m_scripts.File("LOGIN.BAT");
+    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, path);
+    m_host.PressOk();
+    ExpectString(m_machine.hostAgent, "ClientIni", path);
+    EXPECT_TRUE(FileExists(m_script));
+}
+
+class ScriptPathLength : public ClientPage
+{
+  protected:
+    // A path of `length` bytes to LOGIN.BAT.
+    std::string PathOf(std::size_t length) const
+    {
+        std::string path = m_scripts.Path();
+        while (path.size() + 2 + sizeof "LOGIN.BAT" <= length)
+            path += "\\.";
+        path += std::string(length - path.size() - (sizeof "LOGIN.BAT" - 1), '\\') + "LOGIN.BAT";
+        return path;
+    }
+};
+
+TEST_F(ScriptPathLength, MayBe256)
+{
+    const std::string path = PathOf(256);
+    ASSERT_EQ(path.size(), 256U);
+    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, path);
+    m_host.PressOk();
+    ExpectString(m_machine.hostAgent, "ClientIni", path);
+}
+
+TEST_F(ScriptPathLength, MayNotBe257)
+{
+    const DialogDriver page = OpenSwitchedOn();
+    page.SetText(IDC_CLIENT_SCRIPT, PathOf(257));
+    m_boxes.Answer(IDOK);
+    EXPECT_FALSE(m_host.TurnTo("Storage"));
+    EXPECT_NE(m_boxes.Shown()[0].text.find("256"), std::string::npos);
+    m_host.PressCancel();
+}
+
+// --- leaving the page
+
+TEST_F(ClientPage, CannotBeLeftWithAnotherKindOfScript)
+{
+    const DialogDriver page = OpenSwitchedOn();
+    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
+    m_boxes.Answer(IDOK);
+    EXPECT_FALSE(m_host.TurnTo("Storage"));
+    support::ExpectBoxes(m_boxes, {refusal});
+    EXPECT_EQ(m_host.Thread().Focus(), page.Control(IDC_CLIENT_SCRIPT));
+    const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
+    EXPECT_EQ(HIWORD(selection) - LOWORD(selection), static_cast<int>(m_scripts.File("LOGIN.txt").size()));
+    m_host.PressCancel();
+}
+
+TEST_F(ClientPage, CannotBeLeftByOkWithAnotherKindOfScript)
+{
+    const DialogDriver page = OpenSwitchedOn();
+    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
+    m_boxes.Answer(IDOK);
+    m_host.Sheet().Click(IDOK);
+    support::ExpectBoxes(m_boxes, {refusal});
+    EXPECT_FALSE(m_host.HasEnded());
+    m_host.PressCancel();
+    ExpectString(m_machine.hostAgent, "ClientIni", m_script);
+}
+
+TEST_F(ClientPage, CannotBeLeftWithAScriptInAMissingDirectory)
+{
+    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, m_scripts.File("absent\\LOGIN.BAT"));
+    m_boxes.Answer(IDOK);
+    EXPECT_FALSE(m_host.TurnTo("Storage"));
+    support::ExpectBoxes(m_boxes, {refusal});
+    m_host.PressCancel();
+}
+
+TEST_F(ClientPage, CanBeLeftWithAnyPathWhileSwitchedOff)
+{
+    const DialogDriver page = OpenSwitchedOn();
+    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
+    page.Uncheck(IDC_CLIENT_ENABLE);
+    EXPECT_TRUE(m_host.TurnTo("Storage"));
+    m_host.PressCancel();
+}
+
+TEST_F(ClientPage, CanBeLeftWithAScriptThatIsNotThereAndMakesNone)
+{
+    OpenSwitchedOn();
+    EXPECT_TRUE(m_host.TurnTo("Storage"));
+    EXPECT_FALSE(FileExists(m_script));
+    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_CLIENT_SCRIPT), m_script);
+    m_host.PressCancel();
+}
+
+// --- choosing a script
+
+// Answers the file dialog, which is Windows' own, with a path; none is Cancel.
+class ClientBrowse : public ClientPage
+{
+  protected:
+    static BOOL WINAPI Choose(OPENFILENAMEA* dialog)
+    {
+        s_asked = *dialog;
+        s_start = dialog->lpstrFile;
+        s_filter.assign(dialog->lpstrFilter, sizeof "Command Files (*.bat)|*.bat|" - 1);
+        lstrcpynA(dialog->lpstrFile, s_choice.c_str(), static_cast<int>(dialog->nMaxFile));
+        return !s_choice.empty();
+    }
+
+    static inline OPENFILENAMEA s_asked;
+    static inline std::string s_start;
+    static inline std::string s_filter;
+    static inline std::string s_choice;
+    support::ReplacedImport m_save{m_host.Module(), "GetSaveFileNameA", &Choose};
+};
+
+TEST_F(ClientBrowse, AsksForABatchFileStartingFromTheTypedPath)
+{
+    s_choice.clear();
+    const DialogDriver page = OpenSwitchedOn();
+    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("typed.bat"));
+    page.Click(IDC_CLIENT_BROWSE);
+    EXPECT_EQ(s_start, m_scripts.File("typed.bat"));
+    EXPECT_EQ(s_filter, std::string("Command Files (*.bat)\0*.bat\0", 28));
+    EXPECT_NE(s_asked.Flags & OFN_HIDEREADONLY, 0U);
+    EXPECT_EQ(s_asked.Flags & OFN_OVERWRITEPROMPT, 0U);
+    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_scripts.File("typed.bat"));
+    m_host.PressCancel();
+}
+
+TEST_F(ClientBrowse, TakesTheChosenScript)
+{
+    s_choice = m_scripts.File("chosen \x93\xFA\x96\x7B.bat");
+    const DialogDriver page = OpenSwitchedOn();
+    page.Click(IDC_CLIENT_BROWSE);
+    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), s_choice);
+    const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
+    EXPECT_EQ(HIWORD(selection), s_choice.size());
+    m_host.PressOk();
+    ExpectString(m_machine.hostAgent, "ClientIni", s_choice);
+    EXPECT_TRUE(FileExists(s_choice));
+}
+
+TEST_F(ClientBrowse, CancelLeavesEverythingAsItWas)
+{
+    const DialogDriver page = OpenSwitchedOn();
+    s_choice.clear();
+    page.Click(IDC_CLIENT_BROWSE);
+    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT));
+    m_host.PressOk();
+    EXPECT_FALSE(FileExists(m_script));
+}
+
+} // namespace
