@@ -1,8 +1,13 @@
-// The file itself: what it exports, imports and asks of Windows, and how large it is.
+// The file itself: what it exports, imports and asks of Windows, how large it is, and the classes that can be
+// made of it.
 #include "applet/AppletTest.h"
+#include "mfc/afx.h"
 
 #include <algorithm>
+#include <cstring>
+#include <memory>
 #include <set>
+#include <span>
 
 namespace {
 
@@ -14,6 +19,17 @@ const Names windowsLibraries = {"ADVAPI32.DLL", "COMCTL32.DLL", "COMDLG32.DLL", 
 
 constexpr LONGLONG sizeLimit = 400 * 1024;
 
+template <typename T>
+const T* At(HMODULE module, DWORD offset)
+{
+    return reinterpret_cast<const T*>(reinterpret_cast<ULONG_PTR>(module) + offset);
+}
+
+const IMAGE_NT_HEADERS& HeadersOf(HMODULE module)
+{
+    return *At<IMAGE_NT_HEADERS>(module, static_cast<DWORD>(At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew));
+}
+
 // The applet mapped as it is, its code not run.
 class Library : public testing::Test
 {
@@ -23,13 +39,9 @@ class Library : public testing::Test
     template <typename T>
     const T* At(DWORD offset) const
     {
-        return reinterpret_cast<const T*>(reinterpret_cast<ULONG_PTR>(m_module) + offset);
+        return ::At<T>(m_module, offset);
     }
-    const IMAGE_OPTIONAL_HEADER& Header() const
-    {
-        const auto* dos = At<IMAGE_DOS_HEADER>(0);
-        return At<IMAGE_NT_HEADERS>(static_cast<DWORD>(dos->e_lfanew))->OptionalHeader;
-    }
+    const IMAGE_OPTIONAL_HEADER& Header() const { return HeadersOf(m_module).OptionalHeader; }
     DWORD Directory(int entry) const { return Header().DataDirectory[entry].VirtualAddress; }
 
     HMODULE m_module = LoadLibraryExA(appletPath.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
@@ -80,5 +92,46 @@ TEST_F(Library, IsSmall)
     EXPECT_LT(LONGLONG{file.nFileSizeLow}, sizeLimit);
 }
 #endif
+
+// --- run-time classes, in the library as it runs
+
+using RunTimeClass = AppletTest;
+
+bool IsInside(HMODULE module, const void* address)
+{
+    const auto offset = reinterpret_cast<ULONG_PTR>(address) - reinterpret_cast<ULONG_PTR>(module);
+    return offset < HeadersOf(module).OptionalHeader.SizeOfImage;
+}
+
+// The words of the library's initialised data, any of which may begin a record.
+std::span<const ULONG_PTR> DataOf(HMODULE module)
+{
+    const IMAGE_NT_HEADERS& headers = HeadersOf(module);
+    const auto* section = reinterpret_cast<const IMAGE_SECTION_HEADER*>(&headers + 1);
+    while (std::strcmp(reinterpret_cast<const char*>(section->Name), ".data") != 0)
+        ++section;
+    return {At<ULONG_PTR>(module, section->VirtualAddress), section->Misc.VirtualSize / sizeof(ULONG_PTR)};
+}
+
+// The class of this name; null when the library has none.
+const CRuntimeClass* FindClass(HMODULE module, const char* name)
+{
+    for (const ULONG_PTR& word : DataOf(module)) {
+        const auto* const text = reinterpret_cast<const char*>(word);
+        if (IsInside(module, text) && std::strcmp(text, name) == 0)
+            return reinterpret_cast<const CRuntimeClass*>(&word);
+    }
+    return nullptr;
+}
+
+TEST_F(RunTimeClass, MakesTheEventLogPageThatNoSheetShows)
+{
+    const CRuntimeClass* const eventPage = FindClass(m_host.Module(), "CVtnEventPropPage");
+    ASSERT_NE(eventPage, nullptr);
+    EXPECT_STREQ(eventPage->m_pBaseClass->m_lpszClassName, "CPropertyPage");
+    ASSERT_NE(eventPage->m_pfnCreateObject, nullptr);
+    const std::unique_ptr<CObject> page(eventPage->m_pfnCreateObject());
+    EXPECT_EQ(page->GetRuntimeClass(), eventPage);
+}
 
 } // namespace
