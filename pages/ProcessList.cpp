@@ -44,8 +44,7 @@ END_MESSAGE_MAP()
 
 CString ProcessList::OptionText(int option) const
 {
-    const auto number = static_cast<std::size_t>(option & ProcessOptionMask);
-    return number < m_optionTexts.size() ? m_optionTexts[number] : CString();
+    return m_optionTexts[static_cast<std::size_t>(option & ProcessOptionMask)];
 }
 
 CString ProcessList::LineOf(const CString& name, int option) const

@@ -40,7 +40,7 @@ class ProcessList : public CListBox
     // Gives the current line the option of the checked radio button; false without a line.
     bool ChangeOption();
 
-    // The text of an option; empty for a number that has none, and before Load.
+    // The text that the string table has for an option; empty when it has none, and before Load.
     [[nodiscard]] CString OptionText(int option) const;
 
   protected:
@@ -63,7 +63,7 @@ class ProcessList : public CListBox
 
     CButton& m_addButton;
     CButton& m_deleteButton;
-    std::array<CString, ProcessOptionStartStop + 1> m_optionTexts; // thousands of lines share them
+    std::array<CString, ProcessOptionMask + 1> m_optionTexts; // thousands of lines share them
     int m_current = -1;
     bool m_addMode = true; // false while a name is being typed
 };

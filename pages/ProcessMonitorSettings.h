@@ -13,7 +13,7 @@ enum ProcessOption : BYTE
     ProcessOptionStart = 1,
     ProcessOptionStop = 2,
     ProcessOptionStartStop = 3,
-    ProcessOptionMask = 0x0F,
+    ProcessOptionMask = 0x0F,  // there is room for more than are known
     ProcessAddedByHand = 0x80, // by the administrator, who alone may delete it
 };
 

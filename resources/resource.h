@@ -163,7 +163,7 @@
 #define IDS_SCRIPT_NAME_INVALID 59172
 #define IDS_CLIENT_PROFILE_FAILED 59173
 #define IDS_CLIENT_ENABLED_NOTE 59186
-#define IDS_SCRIPT_FILE_FILTER 59201
+#define IDS_SCRIPT_FILE_FILTER 59209
 
 // Title of the sheet
 #define IDS_SHEET_TITLE 59176
@@ -173,7 +173,8 @@
 #define IDS_BOARD_RESETTING 59178
 #define IDS_BOARD_RESET_QUESTION 59179
 
-// Process monitor: the two faces of the Add button, and the option names in the order of their numbers
+// Process monitor: the two faces of the Add button, and the option names in the order of their numbers. The
+// ids up to 59208 belong to the options 4 to 15, which have no names.
 #define IDS_PROCMON_ADD 59191
 #define IDS_PROCMON_ENTER 59192
 #define IDS_PROCMON_OPTION_NONE 59193

@@ -85,16 +85,28 @@ TEST_F(ProcMonLoad, OnlyTheFirstItemThatBeginsWithANameCounts)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonLoad, OptionsThatNobodyKnowsHaveNoText)
+TEST_F(ProcMonLoad, OptionsAboveThreeHaveNoText)
 {
-    Store("\x04"s
-          "a\0\x08"s
-          "b\0\x8F"s
-          "c\0"s);
+    std::string stored;
+    Rows expected;
+    for (char option = 4; option <= 15; ++option) {
+        const std::string name(1, static_cast<char>('a' + option));
+        stored += option + name + '\0';
+        expected.push_back(name + '\t');
+    }
+    Store(stored);
     Open();
-    EXPECT_EQ(Items(), (Rows{"a\t", "b\t", "c\t"}));
-    Select(2);
-    EXPECT_EQ(CheckedOption(), "");
+    EXPECT_EQ(Items(), expected);
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonLoad, TheMiddleBitsOfAnOptionCountForNothing)
+{
+    Store("\x72"s
+          "a\0\x91"s
+          "b\0"s);
+    Open();
+    EXPECT_EQ(Items(), (Rows{"a\tStop", "b\tStart"}));
     m_host.PressCancel();
 }
 

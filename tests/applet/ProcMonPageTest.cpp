@@ -31,6 +31,21 @@ TEST_F(ProcMonOption, AnItemShowsItsOptionWhenItIsSelected)
     m_host.PressCancel();
 }
 
+TEST_F(ProcMonOption, OneAboveThreeChecksNoneAndCanBeReplaced)
+{
+    Store("\x8F"s
+          "a\0"s);
+    Open();
+    Select(0);
+    EXPECT_EQ(CheckedOption(), "");
+    EXPECT_TRUE(Page().IsEnabled(IDC_PROCMON_DELETE));
+    Page().Click(IDC_PROCMON_STOP);
+    EXPECT_EQ(Items(), Rows{"a\tStop"});
+    m_host.PressOk();
+    ExpectStored("\x82"s
+                 "a\0"s);
+}
+
 TEST_F(ProcMonOption, ChangingItKeepsTheItemsPlaceAndSelection)
 {
     m_tasks.names = {"a", "b", "c"};

@@ -85,7 +85,7 @@ constexpr ExpectedString kStrings[] = {
     {59194, "Start"},
     {59195, "Stop"},
     {59196, "Start & Stop"},
-    {59201, "Command Files (*.bat)|*.bat||"},
+    {59209, "Command Files (*.bat)|*.bat||"},
     {61716, "Enter no more than %1 characters."},
 };
 
