@@ -66,8 +66,8 @@ void ProcMonPage::OnDelete()
 
 void ProcMonPage::OnOptionChanged(UINT /*controlId*/)
 {
-    if (m_list.ChangeOption())
-        m_modified |= listChanged;
+    m_list.ChangeOption();
+    m_modified |= listChanged;
 }
 
 void ProcMonPage::OnEditKillFocus()

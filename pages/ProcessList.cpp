@@ -4,6 +4,7 @@
 #include "pages/ListedNames.h"
 #include "pages/TaskList.h"
 #include "resources/resource.h"
+#include "sysaccess/ConfigurationError.h"
 #include "sysaccess/MessageBoxes.h"
 
 #include <algorithm>
@@ -79,10 +80,11 @@ void ProcessList::LoadItem(ListedNames& listed, const std::string& name, int opt
     const ListedNames::FirstMatch match = listed.Find(static_cast<LPCSTR>(lower));
     if (match == ListedNames::FirstMatch::TheName)
         return;
-    if (match == ListedNames::FirstMatch::AskTheList)
-        AddItem(lower, option);
-    else
-        AddLine(lower, option);
+    const bool isListed =
+        match == ListedNames::FirstMatch::AskTheList ? AddItem(lower, option) : AddLine(lower, option);
+    // A name that is missing from the list would be missing from what is saved.
+    if (!isListed)
+        throw configurationRefused;
     listed.Add(static_cast<LPCSTR>(lower));
 }
 
@@ -94,22 +96,26 @@ void ProcessList::Save() const
     SaveMonitoredProcesses(processes);
 }
 
-void ProcessList::AddItem(const char* name, int option)
+bool ProcessList::AddItem(const char* name, int option)
 {
     const CString lower = LowerCase(name);
     // The first line that begins with the name decides alone: behind "foo bar" a line "foo" is not seen, and
     // the name is listed twice.
     const int found = FindString(-1, lower);
-    if (found != LB_ERR && NameOf(found) == lower)
-        m_current = found;
-    else
-        AddLine(lower, option);
+    if (found == LB_ERR || NameOf(found) != lower)
+        return AddLine(lower, option);
+    m_current = found;
+    return true;
 }
 
-void ProcessList::AddLine(const CString& name, int option)
+bool ProcessList::AddLine(const CString& name, int option)
 {
-    m_current = AddString(LineOf(name, option));
-    SetItemData(m_current, static_cast<DWORD_PTR>(option));
+    const int added = AddString(LineOf(name, option));
+    if (added < 0)
+        return false;
+    m_current = added;
+    SetItemData(added, static_cast<DWORD_PTR>(option));
+    return true;
 }
 
 CString ProcessList::NameOf(int index) const
@@ -126,7 +132,9 @@ int ProcessList::CurrentOption() const
 
 void ProcessList::BeginAdd(CEdit& edit)
 {
-    AddItem("", ProcessOptionNone);
+    // Without a line of its own the typing would end with another one's deletion.
+    if (!AddItem("", ProcessOptionNone))
+        return;
     SelectCurrent();
     UpdateDeleteButton();
     EnableOptions(FALSE);
@@ -180,19 +188,21 @@ void ProcessList::DeleteCurrent()
     ShowOption();
 }
 
-bool ProcessList::ChangeOption()
+void ProcessList::ChangeOption()
 {
     const int checked = GetParent()->GetCheckedRadioButton(IDC_PROCMON_NONE, IDC_PROCMON_START_STOP);
     if (checked == 0 || m_current < 0 || m_current >= GetCount())
-        return false;
+        return;
     const int option = (checked - IDC_PROCMON_NONE) | (CurrentOption() & ProcessAddedByHand);
-    const CString name = NameOf(m_current);
-    DeleteString(static_cast<UINT>(m_current));
-    // Not sorted in again: the line must not move under the user's eyes.
-    m_current = InsertString(m_current, LineOf(name, option));
+    // Not sorted in again: the line must not move under the user's eyes. The old line goes when the new one
+    // is there.
+    if (InsertString(m_current, LineOf(NameOf(m_current), option)) < 0) {
+        ShowOption();
+        return;
+    }
     SetItemData(m_current, static_cast<DWORD_PTR>(option));
+    DeleteString(static_cast<UINT>(m_current) + 1);
     SelectCurrent();
-    return true;
 }
 
 void ProcessList::OnSelectionChanged()

@@ -20,16 +20,18 @@ class ProcessList : public CListBox
     {
     }
 
-    // Fills the list: the stored configuration, then what runs. Throws ConfigurationError.
+    // Fills the list: the stored configuration, then what runs. Throws ConfigurationError, also when the list
+    // box has no room for all of it.
     void Load();
     // Stores the lines that have an option or are marked. Throws ConfigurationError.
     void Save() const;
 
     // Makes the line with this name, in lower case, the current one; adds it when a search for the name does
-    // not come upon it first.
-    void AddItem(const char* name, int option);
+    // not come upon it first. False, and nothing has changed, when the list box has no room for it.
+    bool AddItem(const char* name, int option);
 
-    // Adds an empty line and opens `edit` over it; the Add button then reads "Enter".
+    // Adds an empty line and opens `edit` over it; the Add button then reads "Enter". Does nothing when the
+    // list box has no room for the line.
     void BeginAdd(CEdit& edit);
     // Puts a line for what was typed, if anything, in place of the empty one, and hides `edit`.
     void FinishAdd(CEdit& edit);
@@ -37,8 +39,8 @@ class ProcessList : public CListBox
 
     // Removes the current line, which the one before it then is.
     void DeleteCurrent();
-    // Gives the current line the option of the checked radio button; false without a line.
-    bool ChangeOption();
+    // Gives the current line, if there is one, the option of the checked radio button.
+    void ChangeOption();
 
     // The text that the string table has for an option; empty when it has none, and before Load.
     [[nodiscard]] CString OptionText(int option) const;
@@ -50,7 +52,7 @@ class ProcessList : public CListBox
 
   private:
     [[nodiscard]] CString LineOf(const CString& name, int option) const;
-    void AddLine(const CString& name, int option);
+    bool AddLine(const CString& name, int option);
     void LoadItem(ListedNames& listed, const std::string& name, int option);
     [[nodiscard]] CString NameOf(int index) const;
     // All bits set when there is no current line.

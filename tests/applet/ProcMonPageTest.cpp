@@ -154,7 +154,7 @@ TEST_F(ProcMonDelete, OfNothingCountsAsAChange)
     ExpectStored("");
 }
 
-TEST_F(ProcMonDelete, OptionsOfAnEmptyListChangeNothing)
+TEST_F(ProcMonDelete, OptionsOfAnEmptyListListNothing)
 {
     Store("\x81"s
           "a\0"s);
@@ -163,6 +163,15 @@ TEST_F(ProcMonDelete, OptionsOfAnEmptyListChangeNothing)
     Page().Click(IDC_PROCMON_STOP);
     EXPECT_EQ(Items(), Rows());
     m_host.PressCancel();
+}
+
+TEST_F(ProcMonDelete, OptionsOfAnEmptyListCountAsAChange)
+{
+    Open();
+    SendMessageA(Page().Window(), WM_COMMAND, MAKEWPARAM(IDC_PROCMON_STOP, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(Page().Control(IDC_PROCMON_STOP)));
+    m_host.PressOk();
+    ExpectStored("");
 }
 
 // --- saving
