@@ -43,9 +43,11 @@ void MakeStorageSettings()
     Key::Create(kServices + "VtMgStor\\VTNSAS").SetDword("DisableFlags", 0);
 }
 
-// The system keeps its own debugger; the agents' one is parked beside it.
-void ParkTrapDebugger()
+// The system has its own debugger; the agents' one is parked.
+void MakeDebuggers()
 {
+    Key::Create("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug")
+        .SetString("Debugger", "drwtsn32 -p %ld -e %ld -g");
     Key::Create(kServices + "VtMgHost\\AppTrap").SetString("Debugger", "vtndbg -p %ld -e %ld -g");
 }
 
@@ -108,7 +110,7 @@ void MakeSettings()
     Key::Create("SOFTWARE\\Vortan Lumora Agent").SetString("ServerRole", "Domain controller, building 2");
     MakeHostAgentSettings();
     MakeStorageSettings();
-    ParkTrapDebugger();
+    MakeDebuggers();
     MakeThresholds();
     MakeBoard();
 }

@@ -12,7 +12,7 @@ enum class ServerKind
 // Makes the system what a server of that kind says it is. Throws std::system_error, as the others do.
 void SetServerKind(ServerKind kind);
 
-// The settings of the agents, of the board and of the debugger; thresholds that can be cleared.
+// The settings of the agents, of the board and of the debuggers; thresholds that can be cleared.
 void MakeSettings();
 
 // The login script with its share, and the directories of the agents' files.
