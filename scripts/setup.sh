@@ -75,11 +75,11 @@ build() {
   fail "the build failed; see above."
 }
 
-# build_native PRESET: everything of a native preset, as quiet.
-build_native() {
+# build_everything PRESET: all of another preset, as quiet.
+build_everything() {
   build_preset "$1" >"$ROOT/build/$1.log" 2>&1 && return 0
   cat "$ROOT/build/$1.log" >&2
-  fail "the native build failed; see above."
+  fail "the build of preset $1 failed; see above."
 }
 
 build_preset() {
