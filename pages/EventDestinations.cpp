@@ -1,18 +1,13 @@
 // Loads and saves the destinations of events.
 #include "pages/EventDestinations.h"
 
-#include "sysaccess/RegistryKey.h"
+#include "pages/HostAgentParameters.h"
 
 namespace {
 
 constexpr char computersValue[] = "Destination";
 constexpr char userNameValue[] = "DestinationUsername";
 constexpr char passwordValue[] = "DestinationPassword";
-
-CRegistryKey HostAgentParameters()
-{
-    return {HKEY_LOCAL_MACHINE, "SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters"};
-}
 
 BYTE Combine(BYTE character, std::size_t index)
 {

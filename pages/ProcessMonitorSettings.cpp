@@ -1,18 +1,13 @@
 // The value "ProcMon" of the host agent.
 #include "pages/ProcessMonitorSettings.h"
 
-#include "sysaccess/RegistryKey.h"
+#include "pages/HostAgentParameters.h"
 
 #include <algorithm>
 
 namespace {
 
 constexpr char processesValue[] = "ProcMon";
-
-CRegistryKey HostAgentParameters()
-{
-    return {HKEY_LOCAL_MACHINE, "SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters"};
-}
 
 } // namespace
 
