@@ -54,7 +54,7 @@ constexpr UINT inPlace = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
 BEGIN_MESSAGE_MAP(CSheetAssembly, CPropertySheet)
     ON_WM_CREATE()
     ON_WM_DESTROY()
-    ON_COMMAND(ID_HELP, OnHelp)
+    ON_COMMAND(ID_HELP, &CSheetAssembly::OnHelp)
 END_MESSAGE_MAP()
 
 CSheetAssembly::CSheetAssembly(const char* title, CWnd* parent) : CPropertySheet(title, parent, 0) {}

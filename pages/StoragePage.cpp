@@ -4,7 +4,8 @@
 #include "resources/resource.h"
 
 BEGIN_MESSAGE_MAP(CVtnStoragePropPage, CVtnPropPage)
-    ON_CONTROL_RANGE(BN_CLICKED, IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_PERFORMANCE, OnBoxClicked)
+    ON_CONTROL_RANGE(BN_CLICKED, IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_PERFORMANCE,
+                     &CVtnStoragePropPage::OnBoxClicked)
 END_MESSAGE_MAP()
 
 CVtnStoragePropPage::CVtnStoragePropPage() : CVtnPropPage(IDD_STORAGE, "html\\vtnm7wh1.htm")

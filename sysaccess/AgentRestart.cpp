@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 
 namespace {
 
@@ -85,9 +84,9 @@ void AgentServiceChain::StopAll(HWND owner)
 
 void AgentServiceChain::StartAll(HWND owner)
 {
-    for (const std::string& service : m_services | std::views::reverse) {
+    for (auto service = m_services.rbegin(); service != m_services.rend(); ++service) {
         Sleep(pauseBetweenServices);
-        StartServiceWithProgress(owner, service.c_str(), m_pleaseWait);
+        StartServiceWithProgress(owner, service->c_str(), m_pleaseWait);
     }
 }
 
