@@ -37,7 +37,7 @@ void Inquire(LPARAM index, CPLINFO* info)
 void NoteUnknownMessage(UINT message)
 {
     std::array<char, 64> text{};
-    wsprintfA(text.data(), "vtnmgmt!CPlApplet: Unknown CPL message: %d\n", message);
+    wsprintfA(text.data(), "vtnmgmt!CPlApplet: Unknown CPL message: %d\n", static_cast<int>(message));
 }
 
 } // namespace

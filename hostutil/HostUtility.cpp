@@ -75,21 +75,28 @@ std::optional<std::vector<TaskRecord>> RunningProcesses()
     return records;
 }
 
+// For the caller's free().
+TaskRecord* Copy(const std::vector<TaskRecord>& records)
+{
+    // One more than needed: an allocation of no bytes may answer null.
+    auto* const list = static_cast<TaskRecord*>(std::calloc(records.size() + 1, sizeof(TaskRecord)));
+    if (list != nullptr)
+        std::copy(records.begin(), records.end(), list);
+    return list;
+}
+
 } // namespace
 
 TaskRecord* GetTaskList(std::uint32_t* count) noexcept
-try {
+{
     *count = 0;
-    const auto records = RunningProcesses();
-    if (!records)
+    try {
+        const auto records = RunningProcesses();
+        TaskRecord* const list = records ? Copy(*records) : nullptr;
+        if (list != nullptr)
+            *count = static_cast<std::uint32_t>(records->size());
+        return list;
+    } catch (const std::bad_alloc&) {
         return nullptr;
-    // One more than needed: an allocation of no bytes may answer null.
-    auto* const list = static_cast<TaskRecord*>(std::calloc(records->size() + 1, sizeof(TaskRecord)));
-    if (list == nullptr)
-        return nullptr;
-    std::copy(records->begin(), records->end(), list);
-    *count = static_cast<std::uint32_t>(records->size());
-    return list;
-} catch (const std::bad_alloc&) {
-    return nullptr;
+    }
 }

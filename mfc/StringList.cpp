@@ -62,7 +62,7 @@ POSITION CStringList::AddTail(LPCSTR newElement)
 void CStringList::RemoveAll()
 {
     while (m_head != nullptr)
-        RemoveAt(m_head);
+        RemoveAt(m_head); // NOLINT(clang-analyzer-cplusplus.NewDelete): which moves the head on
 }
 
 void CStringList::RemoveAt(POSITION position)

@@ -41,7 +41,7 @@ constexpr std::string_view trapDebuggerMarker = "vtndbg"; // in lower case
 
 CRegistryKey Key(const std::string& path)
 {
-    return CRegistryKey(HKEY_LOCAL_MACHINE, path.c_str());
+    return {HKEY_LOCAL_MACHINE, path.c_str()};
 }
 
 // Empty unless a REG_SZ is stored.
