@@ -8,15 +8,15 @@
 
 namespace {
 
-constexpr const char* kBoardKey = "SOFTWARE\\Norvale Demo\\Board";
-constexpr DWORD kDefaultResetSeconds = 7;
+constexpr const char* boardKey = "SOFTWARE\\Norvale Demo\\Board";
+constexpr DWORD defaultResetSeconds = 7;
 
 struct BoardSetting
 {
     const char* name;
     DWORD BoardData::*field;
 };
-constexpr std::array<BoardSetting, 3> kSettings{{
+constexpr std::array<BoardSetting, 3> settings{{
     {"Battery", &BoardData::battery},
     {"RemoteAlerting", &BoardData::remoteAlerting},
     {"ServerResetPending", &BoardData::serverResetPending},
@@ -38,31 +38,31 @@ bool IsResetting(const demo::Key& board)
 void BeginReset(demo::Key& board)
 {
     constexpr ULONGLONG unitsPerSecond = 10'000'000;
-    const DWORD seconds = board.Dword("ResetSeconds").value_or(kDefaultResetSeconds);
+    const DWORD seconds = board.Dword("ResetSeconds").value_or(defaultResetSeconds);
     board.SetQword("ResetUntil", Now() + seconds * unitsPerSecond);
 }
 
 DWORD Read(BoardData& data)
 {
-    const auto board = demo::Key::Open(kBoardKey);
+    const auto board = demo::Key::Open(boardKey);
     if (!board)
         return ERROR_FILE_NOT_FOUND;
     if (IsResetting(*board))
         return ERROR_NOT_READY;
     data = {};
-    for (const auto& setting : kSettings)
+    for (const auto& setting : settings)
         data.*setting.field = board->Dword(setting.name).value_or(0);
     return ERROR_SUCCESS;
 }
 
 DWORD Write(const BoardData& data)
 {
-    if (!demo::Key::Open(kBoardKey))
+    if (!demo::Key::Open(boardKey))
         return ERROR_FILE_NOT_FOUND;
-    auto board = demo::Key::Create(kBoardKey);
+    auto board = demo::Key::Create(boardKey);
     if (IsResetting(board))
         return ERROR_NOT_READY;
-    for (const auto& setting : kSettings)
+    for (const auto& setting : settings)
         board.SetDword(setting.name, data.*setting.field);
     if (data.resetRequest == 1)
         BeginReset(board);

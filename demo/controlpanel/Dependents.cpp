@@ -13,20 +13,20 @@ namespace demo {
 
 namespace {
 
-constexpr const char* kServicesKey = "SYSTEM\\CurrentControlSet\\Services";
-constexpr DWORD kNameSize = 257;    // of a service, with its zero
-constexpr DWORD kConfigSize = 8192; // the largest that the service manager answers
+constexpr const char* servicesKey = "SYSTEM\\CurrentControlSet\\Services";
+constexpr DWORD nameSize = 257;    // of a service, with its zero
+constexpr DWORD configSize = 8192; // the largest that the service manager answers
 
 // The name of an opened service, which its handle tells by way of the display name; empty when it does not.
 std::string NameOf(SC_HANDLE service)
 {
-    std::vector<BYTE> buffer(kConfigSize);
+    std::vector<BYTE> buffer(configSize);
     auto* config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data());
     DWORD needed = 0;
-    if (!QueryServiceConfigA(service, config, kConfigSize, &needed))
+    if (!QueryServiceConfigA(service, config, configSize, &needed))
         return {};
-    std::array<char, kNameSize> name{};
-    DWORD length = kNameSize;
+    std::array<char, nameSize> name{};
+    DWORD length = nameSize;
     const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT);
     GetServiceKeyNameA(manager, config->lpDisplayName, name.data(), &length);
     CloseServiceHandle(manager);
@@ -36,8 +36,8 @@ std::string NameOf(SC_HANDLE service)
 // Names of services are alike in any letter case.
 bool DependsOn(HKEY services, const char* name, const std::string& other)
 {
-    std::array<char, kConfigSize> block{};
-    DWORD size = kConfigSize;
+    std::array<char, configSize> block{};
+    DWORD size = configSize;
     if (RegGetValueA(services, name, "DependOnService", RRF_RT_REG_MULTI_SZ, nullptr, block.data(), &size) !=
         0)
         return false;
@@ -51,10 +51,10 @@ bool DependsOn(HKEY services, const char* name, const std::string& other)
 std::vector<std::string> DependentsOf(const std::string& name)
 {
     std::vector<std::string> dependents;
-    const auto services = Key::Open(kServicesKey);
-    std::array<char, kNameSize> candidate{};
+    const auto services = Key::Open(servicesKey);
+    std::array<char, nameSize> candidate{};
     for (DWORD index = 0;
-         services && RegEnumKeyA(services->Get(), index, candidate.data(), kNameSize) == ERROR_SUCCESS;
+         services && RegEnumKeyA(services->Get(), index, candidate.data(), nameSize) == ERROR_SUCCESS;
          ++index)
     {
         if (DependsOn(services->Get(), candidate.data(), name))

@@ -15,7 +15,7 @@ extern "C" void WINAPI Control_RunDLLA(HWND owner, HINSTANCE instance, LPCSTR co
 namespace {
 
 // The manifest in an applet that says which common controls it is made for.
-constexpr WORD kManifest = 123;
+constexpr WORD manifestId = 123;
 
 // Loads the applet as the one that opens it will find it: with the common controls of its manifest.
 HMODULE LoadApplet(const char* path)
@@ -24,7 +24,7 @@ HMODULE LoadApplet(const char* path)
     wanted.cbSize = sizeof wanted;
     wanted.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
     wanted.lpSource = path;
-    wanted.lpResourceName = MAKEINTRESOURCEA(kManifest);
+    wanted.lpResourceName = MAKEINTRESOURCEA(manifestId);
     const HANDLE context = CreateActCtxA(&wanted);
     ULONG_PTR cookie = 0;
     const bool isActive = context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie) != FALSE;

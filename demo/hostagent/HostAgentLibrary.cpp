@@ -46,7 +46,7 @@ DWORD AppendLine(const std::string& text)
 unsigned short ReceiverPort()
 {
     std::array<char, 8> port{};
-    GetEnvironmentVariableA(kReceiverPortVariable, port.data(), port.size());
+    GetEnvironmentVariableA(receiverPortVariable, port.data(), port.size());
     return static_cast<unsigned short>(std::strtoul(port.data(), nullptr, 10));
 }
 

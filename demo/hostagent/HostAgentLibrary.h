@@ -6,7 +6,7 @@
 #include <windows.h>
 
 // Environment variable with the UDP port of the receiver on this machine; absent when there is none.
-inline constexpr const char* kReceiverPortVariable = "VTN_TRAP_PORT";
+inline constexpr const char* receiverPortVariable = "VTN_TRAP_PORT";
 
 // Sends `text` as an SNMP trap and logs it with the time. Returns a Win32 code, 0 when the line is written.
 // As always with UDP, nobody knows whether a trap that was sent has arrived.

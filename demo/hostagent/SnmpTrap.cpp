@@ -12,23 +12,23 @@ namespace {
 
 enum Tag : unsigned char
 {
-    kInteger = 0x02,
-    kOctetString = 0x04,
-    kObjectId = 0x06,
-    kSequence = 0x30,
-    kIpAddress = 0x40,
-    kTimeTicks = 0x43,
-    kTrap = 0xA4,
+    IntegerTag = 0x02,
+    OctetStringTag = 0x04,
+    ObjectIdTag = 0x06,
+    SequenceTag = 0x30,
+    IpAddressTag = 0x40,
+    TimeTicksTag = 0x43,
+    TrapTag = 0xA4,
 };
 
 // Object ids, encoded: 1.3.6.1.4.1.32473.1 and .1.1, below the number that is free for examples.
-constexpr const char* kAgentId = "\x2B\x06\x01\x04\x01\x81\xFD\x59\x01";
-constexpr const char* kTextId = "\x2B\x06\x01\x04\x01\x81\xFD\x59\x01\x01";
+constexpr const char* agentId = "\x2B\x06\x01\x04\x01\x81\xFD\x59\x01";
+constexpr const char* textId = "\x2B\x06\x01\x04\x01\x81\xFD\x59\x01\x01";
 
-constexpr std::uint32_t kVersion1 = 0;
-constexpr std::uint32_t kEnterpriseSpecific = 6;
-constexpr std::uint32_t kTestTrap = 1;
-constexpr std::uint32_t kThisMachine = 0x7F000001; // 127.0.0.1
+constexpr std::uint32_t version1 = 0;
+constexpr std::uint32_t enterpriseSpecific = 6;
+constexpr std::uint32_t testTrap = 1;
+constexpr std::uint32_t thisMachine = 0x7F000001; // 127.0.0.1
 
 std::string Length(size_t length)
 {
@@ -76,13 +76,13 @@ class Socket
 
 std::string EncodeTrap(const std::string& text, std::uint32_t upTime)
 {
-    const std::string variable = Element(kObjectId, kTextId) + Element(kOctetString, text);
-    const std::string trap = Element(kObjectId, kAgentId) + Element(kIpAddress, {127, 0, 0, 1}) +
-                             Element(kInteger, Number(kEnterpriseSpecific)) +
-                             Element(kInteger, Number(kTestTrap)) + Element(kTimeTicks, Number(upTime)) +
-                             Element(kSequence, Element(kSequence, variable));
-    return Element(kSequence, Element(kInteger, Number(kVersion1)) + Element(kOctetString, "public") +
-                                  Element(kTrap, trap));
+    const std::string variable = Element(ObjectIdTag, textId) + Element(OctetStringTag, text);
+    const std::string trap = Element(ObjectIdTag, agentId) + Element(IpAddressTag, {127, 0, 0, 1}) +
+                             Element(IntegerTag, Number(enterpriseSpecific)) +
+                             Element(IntegerTag, Number(testTrap)) + Element(TimeTicksTag, Number(upTime)) +
+                             Element(SequenceTag, Element(SequenceTag, variable));
+    return Element(SequenceTag, Element(IntegerTag, Number(version1)) + Element(OctetStringTag, "public") +
+                                    Element(TrapTag, trap));
 }
 
 void SendToPort(const std::string& trap, unsigned short port)
@@ -91,7 +91,7 @@ void SendToPort(const std::string& trap, unsigned short port)
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(kThisMachine);
+    address.sin_addr.s_addr = htonl(thisMachine);
     const int sent = sendto(socket.Get(), trap.data(), static_cast<int>(trap.size()), 0,
                             reinterpret_cast<const sockaddr*>(&address), sizeof address);
     if (sent == SOCKET_ERROR)

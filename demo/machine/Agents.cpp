@@ -59,7 +59,7 @@ struct AgentGroup
 };
 
 // One of the active names is spelled in another letter case than its key, and one has no key any more.
-const AgentGroup kHostAgents = {
+const AgentGroup hostAgents = {
     "VtMgHost",
     "VTNSNMP",
     {"vtnmhost", "VTNPERF", "VTNPROC", "VTNALERT", "VTNGONE"},
@@ -71,7 +71,7 @@ const AgentGroup kHostAgents = {
      {"VTNTHRSH", nullptr}},
     {"VTNUPS", "SECURITY", "AppTrap", "LINKAGE", "Enum"},
 };
-const AgentGroup kServerAgents = {
+const AgentGroup serverAgents = {
     "VtMgServ",
     "VTNSNMP",
     {"VTNHEALTH", "VTNSTDEQ", "VTNRLMB"},
@@ -82,7 +82,7 @@ const AgentGroup kServerAgents = {
      {"VTNPOWER", nullptr}},
     {"Security", "linkage"},
 };
-const AgentGroup kStorageAgents = {
+const AgentGroup storageAgents = {
     "VtMgStor",
     "VTNSNMP",
     {"VTNFCA", "VTNMIDA", "VTNSAS"},
@@ -94,7 +94,7 @@ const AgentGroup kStorageAgents = {
     {"Enum"},
 };
 // The last two are one agent in two parts, switched together.
-const AgentGroup kNicAgents = {
+const AgentGroup nicAgents = {
     "VTNNicMgmt",
     "VTNNISNMP",
     {"VTNMNIC", "VTNNICS"},
@@ -129,7 +129,7 @@ void MakeGroup(const AgentGroup& group)
 // A display name that holds a variable is of a type that is not shown.
 void GivePowerAgentAnExpandedName()
 {
-    Key::Create(ServiceKey(kServerAgents) + "\\VTNPOWER")
+    Key::Create(ServiceKey(serverAgents) + "\\VTNPOWER")
         .SetExpandString("DisplayName", "%ProductFamily% Power Agent");
 }
 
@@ -141,7 +141,7 @@ void MakeAgents()
         InstallService(service.entry);
         StoreBehaviour(service.entry.name, service.behaviour);
     }
-    for (const auto& group : {kHostAgents, kServerAgents, kStorageAgents, kNicAgents})
+    for (const auto& group : {hostAgents, serverAgents, storageAgents, nicAgents})
         MakeGroup(group);
     GivePowerAgentAnExpandedName();
 }

@@ -13,7 +13,7 @@ namespace demo {
 
 namespace {
 
-const std::string kServices = "SYSTEM\\CurrentControlSet\\Services\\";
+const std::string services = "SYSTEM\\CurrentControlSet\\Services\\";
 
 // As the agents keep a password: each byte combined with its place, counted from 32.
 std::string Scrambled(std::string password)
@@ -27,8 +27,8 @@ std::string Scrambled(std::string password)
 void MakeHostAgentSettings()
 {
     using namespace std::string_literals;
-    Key::Create(kServices + "VtMgHost\\VTNMHOST").SetDword("HostFlags", 0);
-    auto parameters = Key::Create(kServices + "VtMgHost\\Parameters");
+    Key::Create(services + "VtMgHost\\VTNMHOST").SetDword("HostFlags", 0);
+    auto parameters = Key::Create(services + "VtMgHost\\Parameters");
     // For each process a byte, what to report (1 start, 2 stop, 3 both, 0x80 added by hand), and its name.
     parameters.SetBinary("ProcMon", "\x03services.exe\0\x02rpcss.exe\0\x83nvbackup.exe\0"s);
     parameters.SetStrings("Destination", {"OPERATIONS", "STANDBY"});
@@ -38,9 +38,9 @@ void MakeHostAgentSettings()
 
 void MakeStorageSettings()
 {
-    Key::Create(kServices + "VtMgStor\\VTNFCA").SetDword("DisableFlags", 0);
-    Key::Create(kServices + "VtMgStor\\VTNMIDA").SetDword("DisableFlags", 2);
-    Key::Create(kServices + "VtMgStor\\VTNSAS").SetDword("DisableFlags", 0);
+    Key::Create(services + "VtMgStor\\VTNFCA").SetDword("DisableFlags", 0);
+    Key::Create(services + "VtMgStor\\VTNMIDA").SetDword("DisableFlags", 2);
+    Key::Create(services + "VtMgStor\\VTNSAS").SetDword("DisableFlags", 0);
 }
 
 // The system has its own debugger; the agents' one is parked.
@@ -48,7 +48,7 @@ void MakeDebuggers()
 {
     Key::Create("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug")
         .SetString("Debugger", "drwtsn32 -p %ld -e %ld -g");
-    Key::Create(kServices + "VtMgHost\\AppTrap").SetString("Debugger", "vtndbg -p %ld -e %ld -g");
+    Key::Create(services + "VtMgHost\\AppTrap").SetString("Debugger", "vtndbg -p %ld -e %ld -g");
 }
 
 void MakeThresholds()
@@ -90,11 +90,11 @@ void MakeLoginScript(const std::filesystem::path& directory)
 
 void ShareScripts(const std::filesystem::path& directory)
 {
-    Key::Create(kServices + "LanmanServer\\Shares")
+    Key::Create(services + "LanmanServer\\Shares")
         .SetStrings("NETLOGON",
                     {"CSCFlags=0", "MaxUses=4294967295", "Path=" + directory.string(), "Permissions=127",
                      "Remark=Logon server share", "ShareName=NETLOGON", "Type=0"});
-    Key::Create(kServices + "LanmanServer\\Parameters").SetStrings("NullSessionShares", {"COMCFG", "DFS$"});
+    Key::Create(services + "LanmanServer\\Parameters").SetStrings("NullSessionShares", {"COMCFG", "DFS$"});
 }
 
 } // namespace

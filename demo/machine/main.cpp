@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr const char* kUsage = "usage: Machine make\n"
-                               "       Machine start [--member-server]\n"
-                               "\n"
-                               "make   registers the services and writes the settings\n"
-                               "start  starts the services and waits until they run\n";
+constexpr const char* usage = "usage: Machine make\n"
+                              "       Machine start [--member-server]\n"
+                              "\n"
+                              "make   registers the services and writes the settings\n"
+                              "start  starts the services and waits until they run\n";
 
 void Make()
 {
@@ -40,7 +40,7 @@ int Do(const std::vector<std::string>& arguments)
     else if (arguments == Arguments{"start", "--member-server"})
         Start(demo::ServerKind::MemberServer);
     else {
-        std::fputs(kUsage, stderr);
+        std::fputs(usage, stderr);
         return 2;
     }
     return EXIT_SUCCESS;

@@ -16,19 +16,19 @@ Behaviour LoadBehaviour(const std::string& serviceName)
     const auto key = Key::Open(BehaviourKey(serviceName));
     if (!key)
         return behaviour;
-    for (const auto& value : kBehaviourValues)
+    for (const auto& value : behaviourValues)
         behaviour.*value.field = key->Dword(value.name).value_or(0);
-    behaviour.readyMutex = key->String(kReadyMutexValue).value_or("");
+    behaviour.readyMutex = key->String(readyMutexValue).value_or("");
     return behaviour;
 }
 
 void StoreBehaviour(const std::string& serviceName, const Behaviour& behaviour)
 {
     auto key = Key::Create(BehaviourKey(serviceName));
-    for (const auto& value : kBehaviourValues)
+    for (const auto& value : behaviourValues)
         key.SetDword(value.name, behaviour.*value.field);
     if (!behaviour.readyMutex.empty())
-        key.SetString(kReadyMutexValue, behaviour.readyMutex);
+        key.SetString(readyMutexValue, behaviour.readyMutex);
 }
 
 } // namespace demo

@@ -29,7 +29,7 @@ struct BehaviourValue
 };
 
 // Each number that can be set, by the name of its registry value.
-inline constexpr std::array<BehaviourValue, 7> kBehaviourValues{{
+inline constexpr std::array<BehaviourValue, 7> behaviourValues{{
     {"StartDelay", &Behaviour::startDelay},
     {"StartSteps", &Behaviour::startSteps},
     {"StopDelay", &Behaviour::stopDelay},
@@ -38,7 +38,7 @@ inline constexpr std::array<BehaviourValue, 7> kBehaviourValues{{
     {"StartError", &Behaviour::startError},
     {"RunTime", &Behaviour::runTime},
 }};
-inline constexpr const char* kReadyMutexValue = "ReadyMutex";
+inline constexpr const char* readyMutexValue = "ReadyMutex";
 
 // The path, below HKEY_LOCAL_MACHINE, of the key that holds the service's behaviour.
 [[nodiscard]] std::string BehaviourKey(const std::string& serviceName);

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr const char* kUsage =
+constexpr const char* usage =
     "usage: AgentService --install NAME DISPLAYNAME [VALUE=NUMBER...]\n"
     "       AgentService --remove NAME\n"
     "\n"
@@ -26,9 +26,9 @@ void Apply(const std::string& setting, demo::Behaviour& behaviour)
 {
     const size_t equals = setting.find('=');
     const auto value =
-        std::ranges::find(demo::kBehaviourValues, setting.substr(0, equals),
+        std::ranges::find(demo::behaviourValues, setting.substr(0, equals),
                           [](const demo::BehaviourValue& known) { return std::string(known.name); });
-    if (equals == std::string::npos || value == demo::kBehaviourValues.end())
+    if (equals == std::string::npos || value == demo::behaviourValues.end())
         throw std::invalid_argument("not a setting of a service: " + setting);
     behaviour.*value->field = static_cast<DWORD>(std::stoul(setting.substr(equals + 1)));
 }
@@ -48,7 +48,7 @@ int RunByHand(const std::vector<std::string>& arguments)
     if (arguments.size() >= 3 && arguments[0] == "--install")
         return Install(arguments);
     if (arguments.size() != 2 || arguments[0] != "--remove") {
-        std::fputs(kUsage, stderr);
+        std::fputs(usage, stderr);
         return 2;
     }
     demo::RemoveService(arguments[1]);

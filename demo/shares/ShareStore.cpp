@@ -10,7 +10,7 @@ namespace demo {
 
 namespace {
 
-constexpr const char* kSharesKey = "SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Shares";
+constexpr const char* sharesKey = "SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Shares";
 
 using Fields = std::map<std::wstring, std::wstring>;
 
@@ -68,7 +68,7 @@ std::wstring Format(const Share& share)
 
 std::optional<Share> FindShare(const std::wstring& name)
 {
-    const auto key = Key::Open(kSharesKey);
+    const auto key = Key::Open(sharesKey);
     if (!key)
         return std::nullopt;
     auto fields = Parse(ReadStrings(key->Get(), name.c_str()));
@@ -81,7 +81,7 @@ std::optional<Share> FindShare(const std::wstring& name)
 
 void StoreShare(const Share& share)
 {
-    const auto key = Key::Create(kSharesKey);
+    const auto key = Key::Create(sharesKey);
     const std::wstring strings = Format(share);
     const size_t size = (strings.size() + 1) * sizeof(wchar_t);
     Require(RegSetValueExW(key.Get(), share.name.c_str(), 0, REG_MULTI_SZ,
@@ -91,7 +91,7 @@ void StoreShare(const Share& share)
 
 bool RemoveShare(const std::wstring& name)
 {
-    const auto key = Key::Create(kSharesKey);
+    const auto key = Key::Create(sharesKey);
     return RegDeleteValueW(key.Get(), name.c_str()) == ERROR_SUCCESS;
 }
 

@@ -14,12 +14,12 @@
 
 namespace {
 
-constexpr const char* kUsage = "usage: Sheet wait    waits for the sheet, prints its place: WxH+X+Y\n"
-                               "       Sheet pages   prints how many pages it has\n"
-                               "       Sheet page N  shows page N, counted from 0, and prints its name\n"
-                               "       Sheet close   presses Cancel and waits for the sheet to be gone\n";
-constexpr ULONGLONG kLimit = 60'000; // milliseconds
-constexpr DWORD kPollInterval = 50;  // milliseconds
+constexpr const char* usage = "usage: Sheet wait    waits for the sheet, prints its place: WxH+X+Y\n"
+                              "       Sheet pages   prints how many pages it has\n"
+                              "       Sheet page N  shows page N, counted from 0, and prints its name\n"
+                              "       Sheet close   presses Cancel and waits for the sheet to be gone\n";
+constexpr ULONGLONG limit = 60'000; // milliseconds
+constexpr DWORD pollInterval = 50;  // milliseconds
 
 // A page is known by a control that no other page has: its caption depends on the language.
 struct PageName
@@ -27,12 +27,12 @@ struct PageName
     int control;
     const char* name;
 };
-constexpr std::array<PageName, 6> kPages{{{1003, "services"},
-                                          {1061, "snmp-settings"},
-                                          {1059, "storage"},
-                                          {1033, "desktop-mgmt"},
-                                          {1046, "process-monitor"},
-                                          {1030, "remote-lumora"}}};
+constexpr std::array<PageName, 6> pageNames{{{1003, "services"},
+                                             {1061, "snmp-settings"},
+                                             {1059, "storage"},
+                                             {1033, "desktop-mgmt"},
+                                             {1046, "process-monitor"},
+                                             {1030, "remote-lumora"}}};
 
 BOOL CALLBACK KeepSheet(HWND window, LPARAM found)
 {
@@ -59,9 +59,9 @@ void WaitUntil(Condition isDone, const char* what)
 {
     const ULONGLONG started = GetTickCount64();
     while (!isDone()) {
-        if (GetTickCount64() - started > kLimit)
+        if (GetTickCount64() - started > limit)
             throw std::runtime_error(std::string("waited in vain for ") + what);
-        Sleep(kPollInterval);
+        Sleep(pollInterval);
     }
 }
 
@@ -77,7 +77,7 @@ HWND RequireSheet()
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
 {
     DWORD_PTR answer = 0;
-    if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, kLimit, &answer) == 0)
+    if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, limit, &answer) == 0)
         throw std::runtime_error("the sheet does not answer");
     return static_cast<LRESULT>(answer);
 }
@@ -96,9 +96,10 @@ int Wait()
 
 const char* NameOf(HWND page)
 {
-    const auto known = std::ranges::find_if(
-        kPages, [page](const PageName& candidate) { return GetDlgItem(page, candidate.control) != nullptr; });
-    if (known == kPages.end())
+    const auto known = std::ranges::find_if(pageNames, [page](const PageName& candidate) {
+        return GetDlgItem(page, candidate.control) != nullptr;
+    });
+    if (known == pageNames.end())
         throw std::runtime_error("the page is none of those known");
     return known->name;
 }
@@ -144,7 +145,7 @@ int Do(const std::vector<std::string>& arguments)
         return ShowPage(arguments[1]);
     if (verb == "close" && arguments.size() == 1)
         return Close();
-    std::fputs(kUsage, stderr);
+    std::fputs(usage, stderr);
     return 2;
 }
 

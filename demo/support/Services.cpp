@@ -19,8 +19,8 @@ struct ServiceCloser
 };
 using ServiceHandle = std::unique_ptr<std::remove_pointer_t<SC_HANDLE>, ServiceCloser>;
 
-constexpr ULONGLONG kBringUpLimit = 30'000; // milliseconds
-constexpr DWORD kPollInterval = 50;         // milliseconds
+constexpr ULONGLONG bringUpLimit = 30'000; // milliseconds
+constexpr DWORD pollInterval = 50;         // milliseconds
 
 ServiceHandle OpenManager()
 {
@@ -129,9 +129,9 @@ void BringUpService(const std::string& name)
         return;
     const ULONGLONG started = GetTickCount64();
     while (!RunsOrIsStarted(service, name)) {
-        if (GetTickCount64() - started > kBringUpLimit)
+        if (GetTickCount64() - started > bringUpLimit)
             throw std::runtime_error("the service " + name + " does not start");
-        Sleep(kPollInterval);
+        Sleep(pollInterval);
     }
 }
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr DWORD kLimit = 20'000; // milliseconds
+constexpr DWORD limit = 20'000; // milliseconds
 
 // Each test has a service of its own, so that what one leaves behind in a bad moment does not fail another.
 std::string ServiceName()
@@ -27,7 +27,7 @@ DWORD RunProgram(const std::string& arguments)
                         &process))
         throw std::runtime_error("AgentService.exe does not start");
     DWORD exitCode = 0;
-    WaitForSingleObject(process.hProcess, kLimit);
+    WaitForSingleObject(process.hProcess, limit);
     GetExitCodeProcess(process.hProcess, &exitCode);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
@@ -92,7 +92,7 @@ class AgentService : public testing::Test
             return;
         const HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, status.dwProcessId);
         TerminateProcess(process, 0);
-        EXPECT_EQ(WaitForSingleObject(process, kLimit), WAIT_OBJECT_0);
+        EXPECT_EQ(WaitForSingleObject(process, limit), WAIT_OBJECT_0);
         CloseHandle(process);
     }
 };

@@ -40,11 +40,11 @@ class Receiver
         setsockopt(m_socket, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&patience),
                    sizeof patience);
         m_port = std::to_string(ntohs(address.sin_port));
-        SetEnvironmentVariableA(kReceiverPortVariable, m_port.c_str());
+        SetEnvironmentVariableA(receiverPortVariable, m_port.c_str());
     }
     ~Receiver()
     {
-        SetEnvironmentVariableA(kReceiverPortVariable, nullptr);
+        SetEnvironmentVariableA(receiverPortVariable, nullptr);
         closesocket(m_socket);
         WSACleanup();
     }
