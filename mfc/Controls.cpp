@@ -36,9 +36,17 @@ void CEdit::ReplaceSel(LPCSTR lpszNewText, BOOL bCanUndo)
     SendMessage(EM_REPLACESEL, static_cast<WPARAM>(bCanUndo), reinterpret_cast<LPARAM>(lpszNewText));
 }
 
-int CListBox::Ask(UINT message, int index, LPCSTR text) const
+int AfxAskList(const CWnd& list, UINT message, int index, LPCSTR text)
 {
-    return static_cast<int>(SendMessage(message, AsWParam(index), reinterpret_cast<LPARAM>(text)));
+    return static_cast<int>(list.SendMessage(message, AsWParam(index), reinterpret_cast<LPARAM>(text)));
+}
+
+static void ReadText(const CWnd& list, UINT lengthMessage, UINT textMessage, int index, CString& text)
+{
+    const int length = std::max(AfxAskList(list, lengthMessage, index), 0);
+    // In double-byte code pages the length asked for may be more than what is copied.
+    const int copied = AfxAskList(list, textMessage, index, text.GetBuffer(length + 1));
+    text.ReleaseBuffer(std::max(copied, 0));
 }
 
 DWORD_PTR CListBox::GetItemData(int nIndex) const
@@ -53,10 +61,7 @@ int CListBox::SetItemData(int nIndex, DWORD_PTR dwItemData)
 
 void CListBox::GetText(int nIndex, CString& rString) const
 {
-    const int length = std::max(GetTextLen(nIndex), 0);
-    // In double-byte code pages the length asked for may be more than what is copied.
-    const int copied = Ask(LB_GETTEXT, nIndex, rString.GetBuffer(length + 1));
-    rString.ReleaseBuffer(std::max(copied, 0));
+    ReadText(*this, LB_GETTEXTLEN, LB_GETTEXT, nIndex, rString);
 }
 
 int CListBox::GetItemRect(int nIndex, LPRECT lpRect) const
@@ -69,15 +74,7 @@ BOOL CListBox::SetTabStops(int cxEachStop)
     return SendMessage(LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&cxEachStop)) != FALSE;
 }
 
-int CComboBox::Ask(UINT message, int index, LPCSTR text) const
-{
-    return static_cast<int>(SendMessage(message, AsWParam(index), reinterpret_cast<LPARAM>(text)));
-}
-
 void CComboBox::GetLBText(int nIndex, CString& rString) const
 {
-    const int length = std::max(GetLBTextLen(nIndex), 0);
-    // In double-byte code pages the length asked for may be more than what is copied.
-    const int copied = Ask(CB_GETLBTEXT, nIndex, rString.GetBuffer(length + 1));
-    rString.ReleaseBuffer(std::max(copied, 0));
+    ReadText(*this, CB_GETLBTEXTLEN, CB_GETLBTEXT, nIndex, rString);
 }

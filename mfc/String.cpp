@@ -198,39 +198,37 @@ void CString::ReleaseBuffer(int nNewLength)
     m_text.resize(nNewLength < 0 ? std::strlen(m_text.c_str()) : static_cast<size_t>(nNewLength));
 }
 
-CString operator+(const CString& left, const CString& right)
+template <typename Left, typename Right>
+static CString Join(const Left& left, const Right& right)
 {
     CString sum(left);
     sum += right;
     return sum;
+}
+
+CString operator+(const CString& left, const CString& right)
+{
+    return Join(left, right);
 }
 
 CString operator+(const CString& left, LPCSTR right)
 {
-    CString sum(left);
-    sum += right;
-    return sum;
+    return Join(left, right);
 }
 
 CString operator+(LPCSTR left, const CString& right)
 {
-    CString sum(left);
-    sum += right;
-    return sum;
+    return Join(left, right);
 }
 
 CString operator+(const CString& left, char right)
 {
-    CString sum(left);
-    sum += right;
-    return sum;
+    return Join(left, right);
 }
 
 CString operator+(char left, const CString& right)
 {
-    CString sum(left);
-    sum += right;
-    return sum;
+    return Join(left, right);
 }
 
 void AfxFormatString1(CString& rString, UINT nID, LPCSTR lpsz1)

@@ -4,20 +4,24 @@
 
 #include "afxwnd.h"
 
+// A text or picture that the user cannot change.
 class CStatic : public CWnd
 {
     DECLARE_DYNAMIC(CStatic)
 };
 
+// A push button, check box or radio button.
 class CButton : public CWnd
 {
     DECLARE_DYNAMIC(CButton)
 
   public:
+    // BST_UNCHECKED, BST_CHECKED or BST_INDETERMINATE.
     [[nodiscard]] int GetCheck() const { return static_cast<int>(SendMessage(BM_GETCHECK)); }
     void SetCheck(int nCheck) { SendMessage(BM_SETCHECK, static_cast<WPARAM>(nCheck)); }
 };
 
+// A field to type in.
 class CEdit : public CWnd
 {
     DECLARE_DYNAMIC(CEdit)
@@ -29,8 +33,12 @@ class CEdit : public CWnd
     void ReplaceSel(LPCSTR lpszNewText, BOOL bCanUndo = FALSE);
     // The most that the user can type, 0 for as much as there can be.
     void LimitText(int nChars = 0) { SendMessage(EM_LIMITTEXT, static_cast<WPARAM>(nChars)); }
+    // The limit in force, in bytes.
     [[nodiscard]] UINT GetLimitText() const { return static_cast<UINT>(SendMessage(EM_GETLIMITTEXT)); }
 };
+
+// For the library's own sources: what a list answers to its message about a position and a text, as a number.
+int AfxAskList(const CWnd& list, UINT message, int index = 0, LPCSTR text = nullptr);
 
 // Positions count from 0; LB_ERR (-1) stands for none.
 class CListBox : public CWnd
@@ -38,9 +46,10 @@ class CListBox : public CWnd
     DECLARE_DYNAMIC(CListBox)
 
   public:
-    [[nodiscard]] int GetCount() const { return Ask(LB_GETCOUNT); }
-    [[nodiscard]] int GetCurSel() const { return Ask(LB_GETCURSEL); }
-    int SetCurSel(int nSelect) { return Ask(LB_SETCURSEL, nSelect); }
+    // Items and the selected one.
+    [[nodiscard]] int GetCount() const { return AfxAskList(*this, LB_GETCOUNT); }
+    [[nodiscard]] int GetCurSel() const { return AfxAskList(*this, LB_GETCURSEL); }
+    int SetCurSel(int nSelect) { return AfxAskList(*this, LB_SETCURSEL, nSelect); }
 
     // The number kept with an item; all ones (LB_ERR) for a position that does not exist.
     [[nodiscard]] DWORD_PTR GetItemData(int nIndex) const;
@@ -48,33 +57,34 @@ class CListBox : public CWnd
 
     // The new item's position. AddString sorts where the list does, InsertString
     // never; position -1 is the end.
-    int AddString(LPCSTR lpszItem) { return Ask(LB_ADDSTRING, 0, lpszItem); }
-    int InsertString(int nIndex, LPCSTR lpszItem) { return Ask(LB_INSERTSTRING, nIndex, lpszItem); }
+    int AddString(LPCSTR lpszItem) { return AfxAskList(*this, LB_ADDSTRING, 0, lpszItem); }
+    int InsertString(int nIndex, LPCSTR lpszItem)
+    {
+        return AfxAskList(*this, LB_INSERTSTRING, nIndex, lpszItem);
+    }
     // How many items remain.
-    int DeleteString(UINT nIndex) { return Ask(LB_DELETESTRING, static_cast<int>(nIndex)); }
-    void ResetContent() { Ask(LB_RESETCONTENT); }
+    int DeleteString(UINT nIndex) { return AfxAskList(*this, LB_DELETESTRING, static_cast<int>(nIndex)); }
+    // Removes all items.
+    void ResetContent() { AfxAskList(*this, LB_RESETCONTENT); }
 
-    // The first item after nStartAfter (-1: from the start) that begins with, or
-    // is, the text, whatever the case.
+    // The first item after nStartAfter (-1: from the start) that begins with the text, whatever the case.
     [[nodiscard]] int FindString(int nStartAfter, LPCSTR lpszItem) const
     {
-        return Ask(LB_FINDSTRING, nStartAfter, lpszItem);
+        return AfxAskList(*this, LB_FINDSTRING, nStartAfter, lpszItem);
     }
+    // The same for an item that is the text.
     [[nodiscard]] int FindStringExact(int nIndexStart, LPCSTR lpszFind) const
     {
-        return Ask(LB_FINDSTRINGEXACT, nIndexStart, lpszFind);
+        return AfxAskList(*this, LB_FINDSTRINGEXACT, nIndexStart, lpszFind);
     }
 
-    // Empty for a position that does not exist.
+    // An item's text and its length in bytes; empty, and LB_ERR, for a position that does not exist.
     void GetText(int nIndex, CString& rString) const;
-    [[nodiscard]] int GetTextLen(int nIndex) const { return Ask(LB_GETTEXTLEN, nIndex); }
+    [[nodiscard]] int GetTextLen(int nIndex) const { return AfxAskList(*this, LB_GETTEXTLEN, nIndex); }
     // In the list's client coordinates.
     int GetItemRect(int nIndex, LPRECT lpRect) const;
     // One tab stop every so many dialog units.
     BOOL SetTabStops(int cxEachStop);
-
-  private:
-    int Ask(UINT message, int index = 0, LPCSTR text = nullptr) const;
 };
 
 // Positions count from 0; CB_ERR (-1) stands for none.
@@ -83,16 +93,15 @@ class CComboBox : public CWnd
     DECLARE_DYNAMIC(CComboBox)
 
   public:
-    [[nodiscard]] int GetCount() const { return Ask(CB_GETCOUNT); }
-    [[nodiscard]] int GetCurSel() const { return Ask(CB_GETCURSEL); }
-    int SetCurSel(int nSelect) { return Ask(CB_SETCURSEL, nSelect); }
+    // Lines and the selected one.
+    [[nodiscard]] int GetCount() const { return AfxAskList(*this, CB_GETCOUNT); }
+    [[nodiscard]] int GetCurSel() const { return AfxAskList(*this, CB_GETCURSEL); }
+    int SetCurSel(int nSelect) { return AfxAskList(*this, CB_SETCURSEL, nSelect); }
     // The new item's position.
-    int AddString(LPCSTR lpszString) { return Ask(CB_ADDSTRING, 0, lpszString); }
-    void ResetContent() { Ask(CB_RESETCONTENT); }
-    // Empty for a position that does not exist.
+    int AddString(LPCSTR lpszString) { return AfxAskList(*this, CB_ADDSTRING, 0, lpszString); }
+    // Removes all lines.
+    void ResetContent() { AfxAskList(*this, CB_RESETCONTENT); }
+    // A line's text and its length in bytes; empty, and CB_ERR, for a position that does not exist.
     void GetLBText(int nIndex, CString& rString) const;
-    [[nodiscard]] int GetLBTextLen(int nIndex) const { return Ask(CB_GETLBTEXTLEN, nIndex); }
-
-  private:
-    int Ask(UINT message, int index = 0, LPCSTR text = nullptr) const;
+    [[nodiscard]] int GetLBTextLen(int nIndex) const { return AfxAskList(*this, CB_GETLBTEXTLEN, nIndex); }
 };
