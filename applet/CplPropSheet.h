@@ -14,6 +14,7 @@ template <typename Page, PageRole role>
 class PageMember
 {
   public:
+    // Throws what loading the settings throws.
     explicit PageMember(CSheetAssembly& sheet) { sheet.Assign(role, m_page); }
 
   private:

@@ -12,12 +12,14 @@ struct PageChanges
     bool processMonitor = false;
 };
 
+// What follows the saving.
 struct RestartDecision
 {
     bool restartAgents = false; // offer to restart the agents' services
     bool rebootNotice = false;  // afterwards, say that the machine must be rebooted
 };
 
+// Desktop management needs the reboot and the agents with it; the board page alone needs only the agents.
 [[nodiscard]] constexpr RestartDecision DecideRestart(const PageChanges& changes)
 {
     if (changes.services || changes.snmpSettings || changes.processMonitor || changes.storage)

@@ -20,6 +20,7 @@ enum class PageRole
 };
 inline constexpr std::size_t pageRoleCount = 6;
 
+// The sheet as the rules see it: it knows its pages by their roles alone.
 class CSheetAssembly : public CPropertySheet, public SettingsSheet
 {
   public:

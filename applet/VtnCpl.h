@@ -7,6 +7,7 @@
 class CVtnCPL : public CWinApp
 {
   public:
+    // The name, which is kept by address, is the caption of message boxes until UseAppletNameAsCaption.
     explicit CVtnCPL(const char* applicationName) : CWinApp(applicationName) {}
     ~CVtnCPL() override = default;
 

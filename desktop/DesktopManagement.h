@@ -20,6 +20,7 @@ enum DesktopChange : DWORD
     DESKTOP_SCRIPT = 0x2,   // the script or the switch was touched
 };
 
+// The page's settings; the fields are what the user chose, or else what Load found.
 class DesktopManagement
 {
   public:

@@ -12,11 +12,14 @@ class CCreationHook;
 class CHandlerScope;
 struct AFX_MODULE_STATE;
 
+// The procedure of every window that an object has taken over or created.
 LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 
+// One thread's share.
 class CThreadState
 {
   public:
+    // A message as a window procedure gets it.
     struct Message
     {
         UINT message;
@@ -33,10 +36,13 @@ class CThreadState
     CThreadState(const CThreadState&) = delete;
     CThreadState& operator=(const CThreadState&) = delete;
 
+    // The window's permanent object, null when it has none.
     [[nodiscard]] CWnd* FindPermanent(HWND hWnd) const;
+    // The window's temporary object, made on first use.
     CWnd* MakeTemporary(HWND hWnd);
     // Deletes the temporary objects made in the modal loop of that depth and in those inside it.
     void FreeTemporaries(unsigned depth);
+    // For tests.
     [[nodiscard]] size_t CountTemporaries() const { return m_temporaries.size(); }
 
     // What a window did before AfxWndProc took its place.
@@ -74,6 +80,7 @@ class CThreadState
 class CMessageFrame
 {
   public:
+    // The message becomes the one in progress, until the end of the scope.
     CMessageFrame(UINT message, WPARAM wParam, LPARAM lParam);
     ~CMessageFrame();
     CMessageFrame(const CMessageFrame&) = delete;
@@ -96,11 +103,14 @@ class CHandlerScope
     CHandlerScope(const CHandlerScope&) = delete;
     CHandlerScope& operator=(const CHandlerScope&) = delete;
 
+    // Whether an exception is kept.
     [[nodiscard]] bool HasFailed() const { return m_exception != nullptr; }
+    // Keeps it for Rethrow.
     void Keep(std::exception_ptr exception);
     // Throws the kept exception, if any; to be called when every window of the scope is gone.
     void Rethrow() const;
 
+    // How many scopes, and messages in progress, there are up to this one.
     [[nodiscard]] unsigned Depth() const { return m_depth; }
     [[nodiscard]] unsigned MessageDepth() const { return m_messageDepth; }
 
@@ -117,6 +127,7 @@ class CHandlerScope
 class CCreationHook
 {
   public:
+    // Waits from now on; the class name is kept by address.
     CCreationHook(CWnd& window, LPCSTR className);
     ~CCreationHook();
     CCreationHook(const CCreationHook&) = delete;

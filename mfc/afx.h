@@ -97,5 +97,6 @@ class CNotSupportedException : public CException
 {
 };
 
+// Throw one of that kind.
 [[noreturn]] void AfxThrowUserException();
 [[noreturn]] void AfxThrowNotSupportedException();

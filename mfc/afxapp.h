@@ -24,6 +24,7 @@ AFX_MODULE_STATE* AfxSetModuleState(AFX_MODULE_STATE* pNewState);
 class AFX_MAINTAIN_STATE
 {
   public:
+    // Until the end of the scope.
     explicit AFX_MAINTAIN_STATE(AFX_MODULE_STATE* pNewState) : m_pPrevState(AfxSetModuleState(pNewState)) {}
     ~AFX_MAINTAIN_STATE() { AfxSetModuleState(m_pPrevState); }
     AFX_MAINTAIN_STATE(const AFX_MAINTAIN_STATE&) = delete;
@@ -79,5 +80,6 @@ int AfxMessageBox(LPCSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
 int AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
 
 // For a program's own message loop, after each message: throws on what a handler has thrown while no DoModal
-// and no creation was in progress, if anything.
+// and no creation was in progress, if anything. A library has no such loop: its messages come inside a
+// DoModal.
 void AfxThrowKeptException();

@@ -1,10 +1,11 @@
-// CStringList, the one collection that the applet needs: names of services and agents in order.
+// CStringList, texts in order, for pages and dialogs that keep such a list. The applet's own lists are made
+// by its window-free code, which knows no class library.
 #pragma once
 
 #include "afxstr.h"
 
-// Where an element of a list is; null stands for none.
 struct AFX_LISTNODE;
+// Where an element of a list is; null stands for none.
 using POSITION = AFX_LISTNODE*;
 
 // Texts in a doubly linked list. A POSITION stays valid until its element is removed.
@@ -17,6 +18,7 @@ class CStringList : public CObject
     explicit CStringList(INT_PTR nBlockSize = 10);
     ~CStringList() override;
 
+    // How many texts there are.
     [[nodiscard]] INT_PTR GetCount() const { return m_count; }
     [[nodiscard]] BOOL IsEmpty() const { return m_count == 0; }
 
@@ -26,8 +28,10 @@ class CStringList : public CObject
     CString RemoveHead();
     CString RemoveTail();
 
+    // Where the new text is.
     POSITION AddHead(LPCSTR newElement);
     POSITION AddTail(LPCSTR newElement);
+    // Every text, or the one at a position.
     void RemoveAll();
     void RemoveAt(POSITION position);
 
@@ -37,6 +41,7 @@ class CStringList : public CObject
     const CString& GetNext(POSITION& rPosition) const;
     const CString& GetPrev(POSITION& rPosition) const;
 
+    // The text at a position.
     [[nodiscard]] const CString& GetAt(POSITION position) const;
     void SetAt(POSITION position, LPCSTR newElement);
     // The first element that equals the text, after startAfter when that is not

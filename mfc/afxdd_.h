@@ -7,6 +7,7 @@
 class CDataExchange
 {
   public:
+    // TRUE: from the controls into the members.
     CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate);
 
     BOOL m_bSaveAndValidate; // TRUE: from the controls into the members

@@ -74,6 +74,7 @@ class CPropertySheet : public CWnd
 
     // Before DoModal. The page is not owned and must outlive it.
     void AddPage(CPropertyPage* pPage);
+    // The pages added so far, counted from 0.
     [[nodiscard]] int GetPageCount() const { return static_cast<int>(m_pages.size()); }
     [[nodiscard]] CPropertyPage* GetPage(int nPage) const { return m_pages[static_cast<size_t>(nPage)]; }
 

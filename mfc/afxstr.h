@@ -17,6 +17,7 @@ class CString
     CString(LPCSTR lpch, int nLength);
     explicit CString(char ch, int nRepeat = 1);
 
+    // Assign and append; a null pointer counts as the empty text.
     CString& operator=(LPCSTR lpsz);
     CString& operator=(char ch);
     CString& operator+=(LPCSTR lpsz);
@@ -79,12 +80,14 @@ class CString
     std::string m_text;
 };
 
+// One text after the other.
 [[nodiscard]] CString operator+(const CString& left, const CString& right);
 [[nodiscard]] CString operator+(const CString& left, LPCSTR right);
 [[nodiscard]] CString operator+(LPCSTR left, const CString& right);
 [[nodiscard]] CString operator+(const CString& left, char right);
 [[nodiscard]] CString operator+(char left, const CString& right);
 
+// Byte by byte, as Compare.
 [[nodiscard]] inline bool operator==(const CString& left, const CString& right)
 {
     return left.Compare(right) == 0;

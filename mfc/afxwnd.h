@@ -25,6 +25,7 @@ class CWnd : public CCmdTarget
     // Destroys a window that the object created; gives back one that it only took over or was attached to.
     ~CWnd() override;
 
+    // The window, null when the object holds none.
     [[nodiscard]] HWND GetSafeHwnd() const { return m_hWnd; }
     operator HWND() const { return m_hWnd; } // NOLINT(google-explicit-constructor)
 
@@ -59,6 +60,7 @@ class CWnd : public CCmdTarget
     [[nodiscard]] CWnd* GetOwner() const;
     CWnd* SetParent(CWnd* pWndNewParent);
 
+    // As the functions of Windows: the answer, and whether the message could be posted.
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
@@ -186,5 +188,6 @@ class CWaitCursor
     ~CWaitCursor() { CWnd::EndWaitCursor(); }
     CWaitCursor(const CWaitCursor&) = delete;
     CWaitCursor& operator=(const CWaitCursor&) = delete;
+    // After something else changed the cursor.
     void Restore() { CWnd::RestoreWaitCursor(); }
 };

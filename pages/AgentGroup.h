@@ -18,6 +18,7 @@ struct AgentEntry
     std::optional<std::size_t> partner; // index of the sub-agent that is switched together with this one
 };
 
+// The sub-agents, and which of them are switched on; saving is the settings' business.
 class AgentGroup
 {
   public:
@@ -25,6 +26,7 @@ class AgentGroup
     // its parameters or its subkeys cannot be read.
     explicit AgentGroup(const AgentService& service);
 
+    // What the group was made of.
     [[nodiscard]] const AgentService& Service() const { return *m_service; }
     // In the registry's order.
     [[nodiscard]] const std::vector<AgentEntry>& Entries() const { return m_entries; }

@@ -9,6 +9,7 @@
 class ListedNames
 {
   public:
+    // What the list's search for a name comes to.
     enum class FirstMatch
     {
         AnotherOrNone, // not a line of just this name, which is nowhere in the list
@@ -19,7 +20,7 @@ class ListedNames
     // A line with this name, in lower case, is in the list now.
     void Add(const std::string& name);
 
-    // What the list box's search for the first line that begins with `name`, in lower case, comes to.
+    // For the first line that begins with `name`, in lower case.
     [[nodiscard]] FirstMatch Find(const std::string& name) const;
 
   private:

@@ -17,6 +17,7 @@ enum ProcessOption : BYTE
     ProcessAddedByHand = 0x80, // by the administrator, who alone may delete it
 };
 
+// A process that the host agent watches, or may watch.
 struct MonitoredProcess
 {
     BYTE option = 0; // of ProcessOption

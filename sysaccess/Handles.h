@@ -10,6 +10,7 @@ class UniqueHandle
 {
   public:
     UniqueHandle() = default;
+    // Takes the handle, or another owner's; assigning leaves the old one with the other owner.
     explicit UniqueHandle(Handle handle) : m_handle(handle) {}
     UniqueHandle(UniqueHandle&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) {}
     UniqueHandle& operator=(UniqueHandle&& other) noexcept
@@ -23,6 +24,7 @@ class UniqueHandle
             Close(m_handle);
     }
 
+    // Still owned, null when there is none.
     [[nodiscard]] Handle Get() const { return m_handle; }
     explicit operator bool() const { return m_handle != nullptr; }
 
