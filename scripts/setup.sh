@@ -5,7 +5,7 @@
 BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
 RUN_PACKAGES=(wine wine64 fonts-wine fonts-liberation xvfb x11-utils imagemagick)
 JAPANESE_PACKAGES=(locales fonts-vlgothic)
-CHECK_PACKAGES=(clang-format-14 doxygen shellcheck)
+CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen shellcheck)
 NATIVE_PACKAGES=(g++)
 COVERAGE_PACKAGES=(gcovr)
 
