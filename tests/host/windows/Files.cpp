@@ -2,21 +2,21 @@
 // the read-only attribute, and Windows' error codes. A file without any permission to write is a read-only
 // one; who runs the program makes no difference.
 #include "Import.h"
-#include "SystemMemory.h"
+#include "Paths.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <list>
-#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <windows.h>
 
 namespace {
 
+using standin::ErrorOf;
+using standin::NativePath;
 using standin::SystemString;
 
 constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
@@ -33,13 +33,6 @@ struct OpenFile
 
 std::list<OpenFile, standin::SystemMemory<OpenFile>> openFiles;
 
-SystemString NativePath(LPCSTR path)
-{
-    SystemString native = path;
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return native;
-}
-
 BOOL Fail(DWORD error)
 {
     SetLastError(error);
@@ -50,30 +43,6 @@ HANDLE FailToOpen(DWORD error)
 {
     SetLastError(error);
     return INVALID_HANDLE_VALUE;
-}
-
-// A missing file is one error, a missing directory on the way to it another.
-DWORD MissingError(const SystemString& path)
-{
-    const SystemString directory = path.substr(0, path.find_last_of('/') + 1);
-    return directory.empty() || access(directory.c_str(), F_OK) == 0 ? ERROR_FILE_NOT_FOUND
-                                                                     : ERROR_PATH_NOT_FOUND;
-}
-
-DWORD ErrorOf(const SystemString& path)
-{
-    switch (errno) {
-    case ENOENT:
-        return MissingError(path);
-    case ENOTDIR:
-        return ERROR_PATH_NOT_FOUND;
-    case ENAMETOOLONG:
-        return ERROR_FILENAME_EXCED_RANGE;
-    case ENOSPC:
-        return ERROR_DISK_FULL;
-    default:
-        return ERROR_ACCESS_DENIED;
-    }
 }
 
 DWORD SharingFor(DWORD access)

@@ -58,14 +58,10 @@ ReplacedImport::~ReplacedImport()
 
 } // namespace support
 
-// There is one module, the program with all of Windows in it.
-HMODULE GetModuleHandleA(LPCSTR /*name*/)
-{
-    return reinterpret_cast<HMODULE>(&first);
-}
+namespace {
 
 // Goes around hooks, as on Windows.
-FARPROC GetProcAddress(HMODULE /*module*/, LPCSTR name)
+FARPROC FindEntry(HMODULE /*module*/, LPCSTR name)
 {
     const standin::ImportSlot* const slot = standin::ImportSlot::Find(name);
     if (slot != nullptr)
@@ -74,13 +70,40 @@ FARPROC GetProcAddress(HMODULE /*module*/, LPCSTR name)
     return nullptr;
 }
 
-HMODULE LoadLibraryA(LPCSTR /*path*/)
+HMODULE LoadNone(LPCSTR /*path*/)
 {
     SetLastError(ERROR_MOD_NOT_FOUND);
     return nullptr;
 }
 
-BOOL FreeLibrary(HMODULE /*module*/)
+BOOL Free(HMODULE /*module*/)
 {
     return TRUE;
+}
+
+const standin::Import<decltype(GetProcAddress)> findEntryImport("GetProcAddress", FindEntry);
+const standin::Import<decltype(LoadLibraryA)> loadImport("LoadLibraryA", LoadNone);
+const standin::Import<decltype(FreeLibrary)> freeImport("FreeLibrary", Free);
+
+} // namespace
+
+// There is one module, the program with all of Windows in it.
+HMODULE GetModuleHandleA(LPCSTR /*name*/)
+{
+    return reinterpret_cast<HMODULE>(&first);
+}
+
+FARPROC GetProcAddress(HMODULE module, LPCSTR name)
+{
+    return findEntryImport(module, name);
+}
+
+HMODULE LoadLibraryA(LPCSTR path)
+{
+    return loadImport(path);
+}
+
+BOOL FreeLibrary(HMODULE module)
+{
+    return freeImport(module);
 }

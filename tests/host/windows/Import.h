@@ -22,6 +22,14 @@ class ImportSlot
     ImportSlot* m_next;
 };
 
+// A function of the stand-in itself, whatever hooks there are on it: Windows' own calls of its functions are
+// not the program's.
+template <typename Function>
+[[nodiscard]] Function* Unhooked(const char* name)
+{
+    return reinterpret_cast<Function*>(ImportSlot::Find(name)->original);
+}
+
 template <typename Function>
 class Import;
 

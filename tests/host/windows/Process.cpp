@@ -1,8 +1,10 @@
-// The last error, the process and its environment, letter case, and the allocations that tests make fail.
+// The last error, the process, its machine and environment, time, letter case, and the allocations that tests
+// make fail.
 #include "Import.h"
 #include "SystemMemory.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -63,6 +65,52 @@ DWORD ExpandInto(LPCSTR source, LPSTR destination, DWORD size)
     return needed;
 }
 
+// Every process of Windows has these.
+struct SystemVariables
+{
+    SystemVariables()
+    {
+        setenv("SystemRoot", "C:\\windows", 0);
+        setenv("windir", "C:\\windows", 0);
+    }
+};
+const SystemVariables systemVariables;
+
+BOOL TellVersion(LPOSVERSIONINFOA version)
+{
+    if (version->dwOSVersionInfoSize < sizeof *version)
+        return FALSE;
+    version->dwMajorVersion = 6;
+    version->dwMinorVersion = 1;
+    return TRUE;
+}
+
+// In capitals and without its domain. The size counts the zero on the way in and not on the way out.
+BOOL TellComputerName(LPSTR name, LPDWORD size)
+{
+    std::array<char, 256> host{};
+    gethostname(host.data(), host.size() - 1);
+    SystemString text = host.data();
+    text = text.substr(0, std::min<std::size_t>(text.find('.'), MAX_COMPUTERNAME_LENGTH));
+    CharUpperBuffA(text.data(), static_cast<DWORD>(text.size()));
+    const bool fits = text.size() < *size;
+    *size = static_cast<DWORD>(fits ? text.size() : text.size() + 1);
+    if (fits)
+        std::copy_n(text.c_str(), text.size() + 1, name);
+    return fits ? TRUE : FALSE;
+}
+
+void Wait(DWORD milliseconds)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+DWORD Ticks()
+{
+    const auto time = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<DWORD>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+}
+
 } // namespace
 
 extern "C" {
@@ -98,6 +146,10 @@ const standin::Import<decltype(_strdup)> duplicateImport("_strdup", Duplicate);
 const standin::Import<decltype(GetCommandLineA)> commandLineImport("GetCommandLineA", CommandLineText);
 const standin::Import<decltype(ExpandEnvironmentStringsA)> expandImport("ExpandEnvironmentStringsA",
                                                                         ExpandInto);
+const standin::Import<decltype(GetVersionExA)> versionImport("GetVersionExA", TellVersion);
+const standin::Import<decltype(GetComputerNameA)> computerNameImport("GetComputerNameA", TellComputerName);
+const standin::Import<decltype(Sleep)> sleepImport("Sleep", Wait);
+const standin::Import<decltype(GetTickCount)> tickCountImport("GetTickCount", Ticks);
 
 } // namespace
 
@@ -167,5 +219,53 @@ DWORD CharUpperBuffA(LPSTR text, DWORD length)
 
 void Sleep(DWORD milliseconds)
 {
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    sleepImport(milliseconds);
+}
+
+DWORD GetTickCount()
+{
+    return tickCountImport();
+}
+
+HANDLE GetProcessHeap()
+{
+    static char heap;
+    return &heap;
+}
+
+LPVOID HeapAlloc(HANDLE /*heap*/, DWORD flags, std::size_t size)
+{
+    void* const memory = __real_malloc(size);
+    return memory != nullptr && (flags & HEAP_ZERO_MEMORY) != 0 ? std::memset(memory, 0, size) : memory;
+}
+
+BOOL HeapFree(HANDLE /*heap*/, DWORD /*flags*/, LPVOID memory)
+{
+    std::free(memory);
+    return TRUE;
+}
+
+BOOL GetVersionExA(LPOSVERSIONINFOA version)
+{
+    return versionImport(version);
+}
+
+BOOL GetComputerNameA(LPSTR name, LPDWORD size)
+{
+    return computerNameImport(name, size);
+}
+
+// Without room for the value, the size that it takes; else its length.
+DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size)
+{
+    const char* const found = std::getenv(name);
+    if (found == nullptr) {
+        SetLastError(ERROR_ENVVAR_NOT_FOUND);
+        return 0;
+    }
+    const auto length = static_cast<DWORD>(std::strlen(found));
+    if (length >= size)
+        return length + 1;
+    std::copy_n(found, length + 1, value);
+    return length;
 }

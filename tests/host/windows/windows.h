@@ -21,6 +21,10 @@ using LSTATUS = LONG;
 using REGSAM = DWORD;
 using LPVOID = void*;
 using LPCVOID = const void*;
+using WCHAR = wchar_t;
+using LPWSTR = WCHAR*;
+using LPCWSTR = const WCHAR*;
+using LPBOOL = BOOL*;
 using LPSTR = char*;
 using LPCSTR = const char*;
 using LPBYTE = BYTE*;
@@ -50,11 +54,16 @@ using FARPROC = std::intptr_t (*)();
 #define ERROR_SHARING_VIOLATION 32L
 #define ERROR_BAD_NETPATH 53L
 #define ERROR_FILE_EXISTS 80L
+#define ERROR_NOT_READY 21L
+#define ERROR_NOT_SUPPORTED 50L
 #define ERROR_INVALID_PARAMETER 87L
 #define ERROR_DISK_FULL 112L
+#define ERROR_INVALID_LEVEL 124L
 #define ERROR_MOD_NOT_FOUND 126L
 #define ERROR_PROC_NOT_FOUND 127L
+#define ERROR_DIR_NOT_EMPTY 145L
 #define ERROR_ALREADY_EXISTS 183L
+#define ERROR_ENVVAR_NOT_FOUND 203L
 #define ERROR_FILENAME_EXCED_RANGE 206L
 #define ERROR_MORE_DATA 234L
 #define ERROR_NO_MORE_ITEMS 259L
@@ -73,9 +82,43 @@ HMODULE LoadLibraryA(LPCSTR path);
 BOOL FreeLibrary(HMODULE module);
 FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
+DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size);
 DWORD ExpandEnvironmentStringsA(LPCSTR source, LPSTR destination, DWORD size);
 DWORD CharUpperBuffA(LPSTR text, DWORD length);
 void Sleep(DWORD milliseconds);
+DWORD GetTickCount();
+
+#define HEAP_ZERO_MEMORY 8U
+HANDLE GetProcessHeap();
+LPVOID HeapAlloc(HANDLE heap, DWORD flags, std::size_t size);
+BOOL HeapFree(HANDLE heap, DWORD flags, LPVOID memory);
+
+// --- the system
+
+#define MAX_COMPUTERNAME_LENGTH 15
+
+struct OSVERSIONINFOA
+{
+    DWORD dwOSVersionInfoSize;
+    DWORD dwMajorVersion;
+    DWORD dwMinorVersion;
+    DWORD dwBuildNumber;
+    DWORD dwPlatformId;
+    char szCSDVersion[128];
+};
+using LPOSVERSIONINFOA = OSVERSIONINFOA*;
+
+BOOL GetVersionExA(LPOSVERSIONINFOA version);
+BOOL GetComputerNameA(LPSTR name, LPDWORD size);
+
+// --- texts of the ANSI code page
+
+#define CP_ACP 0U
+
+int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide, int size);
+int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int length, LPSTR text, int size,
+                        LPCSTR substitute, LPBOOL isSubstituted);
+BOOL IsDBCSLeadByte(BYTE byte);
 
 // --- files
 
@@ -94,6 +137,7 @@ void Sleep(DWORD milliseconds);
 #define OPEN_ALWAYS 4U
 #define TRUNCATE_EXISTING 5U
 #define FILE_ATTRIBUTE_READONLY 0x01U
+#define FILE_ATTRIBUTE_HIDDEN 0x02U
 #define FILE_ATTRIBUTE_DIRECTORY 0x10U
 #define FILE_ATTRIBUTE_NORMAL 0x80U
 #define FILE_BEGIN 0U
@@ -101,6 +145,7 @@ void Sleep(DWORD milliseconds);
 #define FILE_END 2U
 
 struct SECURITY_ATTRIBUTES;
+using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
 struct OVERLAPPED;
 
 HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD disposition,
@@ -115,6 +160,27 @@ BOOL DeleteFileA(LPCSTR path);
 DWORD GetFileAttributesA(LPCSTR path);
 BOOL SetFileAttributesA(LPCSTR path, DWORD attributes);
 DWORD GetTempPathA(DWORD size, LPSTR path);
+BOOL CopyFileA(LPCSTR from, LPCSTR to, BOOL failIfExists);
+
+struct WIN32_FIND_DATAA
+{
+    DWORD dwFileAttributes;
+    char cFileName[MAX_PATH];
+};
+using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
+
+BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES security);
+BOOL RemoveDirectoryA(LPCSTR path);
+HANDLE FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA found);
+BOOL FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA found);
+BOOL FindClose(HANDLE search);
+
+// --- profiles
+
+DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR value, DWORD size,
+                               LPCSTR path);
+UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int fallback, LPCSTR path);
+BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR path);
 
 // --- registry
 

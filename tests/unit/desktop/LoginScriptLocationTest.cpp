@@ -10,6 +10,8 @@
 
 namespace {
 
+using States = std::vector<DWORD>;
+
 const HMODULE self = GetModuleHandleA(nullptr);
 
 // The NETLOGON share of a domain controller that runs this version of Windows.
@@ -66,9 +68,9 @@ class OldScriptDirectory : public ScriptDirectory
     }
 
     void StartReplicator() { SetReplicator(SERVICE_RUNNING); }
-    void SetReplicator(int state)
+    void SetReplicator(DWORD state)
     {
-        m_services.Add("Replicator", {.states = {support::ServiceState(static_cast<DWORD>(state))}});
+        m_services.Add("Replicator", {.states = {support::ServiceState(state)}});
     }
 
     support::ReplacedImport m_version{self, "GetVersionExA", &AnswerVersion4};
@@ -139,12 +141,12 @@ TEST_F(OldScriptDirectory, AStoppedOrStoppingReplicatorDoesNotCount)
 {
     m_netLogon.SetString("Scripts", "C:\\Scripts");
     m_replicator.SetString("ExportPath", "C:\\Export");
-    for (const int state : {SERVICE_STOPPED, SERVICE_STOP_PENDING}) {
+    for (const DWORD state : States{SERVICE_STOPPED, SERVICE_STOP_PENDING}) {
         SetReplicator(state);
         EXPECT_EQ(FindScriptDirectory(), "C:\\Scripts") << state;
     }
-    for (const int state : {SERVICE_START_PENDING, SERVICE_RUNNING, SERVICE_CONTINUE_PENDING,
-                            SERVICE_PAUSE_PENDING, SERVICE_PAUSED})
+    for (const DWORD state : States{SERVICE_START_PENDING, SERVICE_RUNNING, SERVICE_CONTINUE_PENDING,
+                                    SERVICE_PAUSE_PENDING, SERVICE_PAUSED})
     {
         SetReplicator(state);
         EXPECT_EQ(FindScriptDirectory(), "C:\\Export\\Scripts") << state;
