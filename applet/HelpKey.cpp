@@ -2,6 +2,7 @@
 #include "applet/HelpKey.h"
 
 #include <afxdlgs.h>
+#include <utility>
 
 namespace {
 
@@ -26,13 +27,14 @@ void RecordSheetWindow(HWND sheet)
 }
 
 HelpKeyHook::HelpKeyHook()
-    : m_hook(SetWindowsHookExA(WH_MSGFILTER, &FilterMessage, nullptr, GetCurrentThreadId()))
+    : m_outerSheet(std::exchange(sheetWindow, nullptr)),
+      m_hook(SetWindowsHookExA(WH_MSGFILTER, &FilterMessage, nullptr, GetCurrentThreadId()))
 {
 }
 
 HelpKeyHook::~HelpKeyHook()
 {
-    UnhookWindowsHookEx(m_hook);
+    sheetWindow = m_outerSheet;
 }
 
 LRESULT CALLBACK HelpKeyHook::FilterMessage(int code, WPARAM wParam, LPARAM lParam)

@@ -1,6 +1,8 @@
 // F1 anywhere in the sheet asks for the active page's help.
 #pragma once
 
+#include "sysaccess/Handles.h"
+
 #include <windows.h>
 
 // Tells the F1 hook which window the sheet is. Called by the sheet as soon as it has a window, and with null
@@ -8,7 +10,8 @@
 void RecordSheetWindow(HWND sheet);
 
 // While one of these lives, F1 without Shift or Ctrl in a dialog of the calling thread posts WM_COMMAND
-// ID_HELP to the recorded sheet. The dialog sees the key all the same.
+// ID_HELP to the recorded sheet. The dialog sees the key all the same. A host may open the applet again while
+// its sheet is up; then the keys belong to the new sheet until that is gone.
 class HelpKeyHook
 {
   public:
@@ -20,5 +23,6 @@ class HelpKeyHook
   private:
     static LRESULT CALLBACK FilterMessage(int code, WPARAM wParam, LPARAM lParam);
 
-    HHOOK m_hook;
+    HWND m_outerSheet;
+    UniqueHook m_hook;
 };

@@ -53,7 +53,6 @@ constexpr UINT inPlace = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
 
 BEGIN_MESSAGE_MAP(CSheetAssembly, CPropertySheet)
     ON_WM_CREATE()
-    ON_WM_DESTROY()
     ON_COMMAND(ID_HELP, &CSheetAssembly::OnHelp)
 END_MESSAGE_MAP()
 
@@ -108,10 +107,11 @@ int CSheetAssembly::OnCreate(LPCREATESTRUCT createStruct)
     return 0;
 }
 
-void CSheetAssembly::OnDestroy()
+// Not with WM_DESTROY, which a sheet that ends by a refusal does not handle any more.
+void CSheetAssembly::PostNcDestroy()
 {
     RecordSheetWindow(nullptr);
-    CPropertySheet::OnDestroy();
+    CPropertySheet::PostNcDestroy();
 }
 
 BOOL CSheetAssembly::OnInitDialog()

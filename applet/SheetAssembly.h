@@ -44,7 +44,7 @@ class CSheetAssembly : public CPropertySheet, public SettingsSheet
 
   protected:
     int OnCreate(LPCREATESTRUCT createStruct);
-    void OnDestroy();
+    void PostNcDestroy() override;
     void OnHelp();
 
     DECLARE_MESSAGE_MAP()

@@ -26,6 +26,8 @@ class UniqueHandle
 
     // Still owned, null when there is none.
     [[nodiscard]] Handle Get() const { return m_handle; }
+    // Hands the handle to the caller, who closes it or keeps it for good.
+    Handle Release() { return std::exchange(m_handle, nullptr); }
     explicit operator bool() const { return m_handle != nullptr; }
 
   private:
@@ -50,6 +52,12 @@ using UniqueFile = UniqueHandle<HANDLE, CloseFile>;
 {
     return UniqueFile(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
+
+inline void CloseHook(HHOOK hook)
+{
+    UnhookWindowsHookEx(hook);
+}
+using UniqueHook = UniqueHandle<HHOOK, CloseHook>;
 
 // The entry point of a library as a function of the given pointer type; null when it has none. `name` may be
 // an ordinal made with MAKEINTRESOURCEA.

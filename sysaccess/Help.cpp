@@ -1,6 +1,8 @@
 // Help file path and HTML Help.
 #include "sysaccess/Help.h"
 
+#include "sysaccess/Handles.h"
+
 #include <array>
 #include <cstring>
 #include <htmlhelp.h>
@@ -37,15 +39,16 @@ std::string RegisteredHtmlHelpPath()
 HtmlHelpFunction LoadHtmlHelp()
 {
     const std::string registered = RegisteredHtmlHelpPath();
-    HMODULE library = registered.empty() ? nullptr : LoadLibraryA(registered.c_str());
-    if (library == nullptr)
-        library = LoadLibraryA(htmlHelpLibrary);
-    if (library == nullptr)
+    UniqueLibrary library(registered.empty() ? nullptr : LoadLibraryA(registered.c_str()));
+    if (!library)
+        library = UniqueLibrary(LoadLibraryA(htmlHelpLibrary));
+    if (!library)
         return nullptr;
-    const FARPROC entry = GetProcAddress(library, MAKEINTRESOURCEA(htmlHelpOrdinal));
-    if (entry == nullptr)
-        FreeLibrary(library);
-    return reinterpret_cast<HtmlHelpFunction>(reinterpret_cast<void*>(entry));
+    const auto entry = EntryPoint<HtmlHelpFunction>(library.Get(), MAKEINTRESOURCEA(htmlHelpOrdinal));
+    // Stays loaded, on purpose: its windows outlive every call, and the sheet.
+    if (entry != nullptr)
+        library.Release();
+    return entry;
 }
 
 } // namespace

@@ -61,7 +61,8 @@ int CPleaseWaitDlg::OnCreate(LPCREATESTRUCT createStruct)
 
 void GiveSignOfLife()
 {
-    // Any message that nobody posts would do: the look is what counts.
+    // Any message that nobody posts would do: the look is what counts. Messages that other threads have sent
+    // are handled meanwhile, whatever is looked for; posted ones, the user's keys among them, are not.
     MSG message;
     PeekMessageA(&message, nullptr, WM_APP, WM_APP, PM_NOREMOVE);
 }
