@@ -1,11 +1,14 @@
 // Help: the Help button, F1, the help file of each language, and a system without HTML Help.
 #include "applet/AppletTest.h"
+#include "resources/resource.h"
 #include "support/ImportHook.h"
 
 #include <cstring>
 #include <htmlhelp.h>
 
 namespace {
+
+constexpr WPARAM helpCommand = 0xE146; // of the sheet
 
 class Help : public AppletTest
 {
@@ -48,6 +51,53 @@ TEST_P(HeldKey, KeepsF1FromAskingForHelp)
 }
 
 INSTANTIATE_TEST_SUITE_P(Keys, HeldKey, testing::Values(VK_SHIFT, VK_CONTROL));
+
+// The user of these tests answers real message boxes: a scripted one would take no keys.
+class HelpInARefusal : public testing::Test
+{
+  protected:
+    // Presses F1 and then Enter in the box that tells of a refusal, and returns the windows that were asked
+    // for help.
+    std::vector<HWND> WindowsAskedForHelp()
+    {
+        std::vector<HWND> asked;
+        const auto hook = support::HookImport<decltype(PostMessageA)>(
+            m_host.Module(), "PostMessageA",
+            [&](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+                if (message == WM_COMMAND && wParam == helpCommand)
+                    asked.push_back(window);
+                return original(window, message, wParam, lParam);
+            });
+        const HWND box = m_host.WaitForDialog("Management Agents Error").Window();
+        EXPECT_TRUE(support::WaitUntil([&] { return IsChild(box, m_host.Thread().Focus()) != FALSE; }));
+        m_host.PressKey(VK_F1);
+        m_host.PressKey(VK_RETURN);
+        EXPECT_EQ(m_host.WaitForEnd(), 0);
+        return asked;
+    }
+
+    TestMachine m_machine;
+    support::AppletHost m_host{appletPath};
+    support::HelpRecorder m_help{m_host.Module()};
+};
+
+TEST_F(HelpInARefusal, IsAskedOfNobodyBeforeThereIsASheet)
+{
+    m_machine.hostAgent.Delete();
+    m_host.DoubleClick();
+    EXPECT_EQ(WindowsAskedForHelp(), std::vector<HWND>());
+    EXPECT_TRUE(m_help.Requests().empty());
+}
+
+TEST_F(HelpInARefusal, IsAskedOfNobodyAfterTheSheetIsGone)
+{
+    m_host.Open();
+    m_host.Page("SNMP Settings").Click(IDC_SNMP_DISABLE_TELNET);
+    m_machine.hostAgent.Delete();
+    m_host.Sheet().Click(IDOK);
+    EXPECT_EQ(WindowsAskedForHelp(), std::vector<HWND>());
+    EXPECT_TRUE(m_help.Requests().empty());
+}
 
 TEST_F(Help, OtherKeysAskForNothing)
 {
