@@ -3,12 +3,10 @@
 
 #include "pages/AgentServices.h"
 #include "sysaccess/Handles.h"
-#include "sysaccess/RegistryKey.h"
 #include "sysaccess/ServiceControl.h"
 
-#include <algorithm>
 #include <array>
-#include <vector>
+#include <cstring>
 #include <windows.h>
 
 namespace {
@@ -18,6 +16,10 @@ using UniqueMutex = UniqueHandle<HANDLE, [](HANDLE mutex) { CloseHandle(mutex); 
 
 constexpr char trapKey[] = "SYSTEM\\VortanHost\\Host\\Component\\GenericTrap";
 constexpr char trapValue[] = "TrapData";
+
+constexpr char productOptionsKey[] = "System\\CurrentControlSet\\Control\\ProductOptions";
+constexpr char productSuiteValue[] = "ProductSuite";
+constexpr char terminalServerSuite[] = "Terminal Server";
 
 constexpr char readyMutex[] = "VtnHostAlerterInited";
 constexpr char hostAgentLibrary[] = "%windir%\\system32\\vtnmgmt\\vtmghost\\VTNMHOST.DLL";
@@ -39,14 +41,34 @@ bool IsTrapSetUp()
     return found == ERROR_SUCCESS || found == ERROR_MORE_DATA;
 }
 
-// As systems before version 5 tell it.
+// The texts of a REG_MULTI_SZ, each with its zero, and one more after the last: a value that was stored
+// without its end is read within its size. Empty when there is none.
+std::string ReadTexts(HKEY key, const char* valueName)
+{
+    DWORD size = 0;
+    const LSTATUS found = RegQueryValueExA(key, valueName, nullptr, nullptr, nullptr, &size);
+    if (found != ERROR_SUCCESS || size == 0)
+        return {};
+    std::string texts(size + 1, '\0');
+    DWORD type = REG_NONE;
+    const LSTATUS read =
+        RegQueryValueExA(key, valueName, nullptr, &type, reinterpret_cast<BYTE*>(texts.data()), &size);
+    return read == ERROR_SUCCESS && type == REG_MULTI_SZ ? texts : std::string();
+}
+
+// As systems before version 5 tell it. A list that cannot be read means no; the registry accessor would take
+// it for a refusal, and leave the key open.
 bool HasTerminalServerSuite()
-try {
-    CRegistryKey productOptions(HKEY_LOCAL_MACHINE, "System\\CurrentControlSet\\Control\\ProductOptions");
-    std::vector<std::string> suites;
-    productOptions.GetMultiString("ProductSuite", suites);
-    return std::find(suites.begin(), suites.end(), "Terminal Server") != suites.end();
-} catch (ConfigurationError) {
+{
+    HKEY opened = nullptr;
+    if (RegOpenKeyA(HKEY_LOCAL_MACHINE, productOptionsKey, &opened) != ERROR_SUCCESS)
+        return false;
+    const UniqueKey key(opened);
+    const std::string suites = ReadTexts(key.Get(), productSuiteValue);
+    for (const char* suite = suites.c_str(); *suite != '\0'; suite += std::strlen(suite) + 1) {
+        if (std::strcmp(suite, terminalServerSuite) == 0)
+            return true;
+    }
     return false;
 }
 
@@ -80,12 +102,12 @@ bool IsAlerterReady()
     return static_cast<bool>(UniqueMutex(OpenMutexA(SYNCHRONIZE, FALSE, name.c_str())));
 }
 
-// Null when the library cannot be loaded.
-HMODULE LoadHostAgentLibrary()
+// Nothing when the library cannot be loaded.
+UniqueLibrary LoadHostAgentLibrary()
 {
     std::array<char, MAX_PATH> path{};
     const DWORD size = ExpandEnvironmentStringsA(hostAgentLibrary, path.data(), path.size());
-    return size > 0 && size <= path.size() ? LoadLibraryA(path.data()) : nullptr;
+    return UniqueLibrary(size > 0 && size <= path.size() ? LoadLibraryA(path.data()) : nullptr);
 }
 
 std::string TrapText()
@@ -108,13 +130,14 @@ TestTrapOutcome SendTestTrap(std::string& text)
 {
     if (!IsAlerterReady())
         return TestTrapOutcome::AlerterNotReady;
-    const HMODULE loaded = LoadHostAgentLibrary();
-    const auto sendTrap = loaded == nullptr ? nullptr : EntryPoint<SendTrapFunction>(loaded, sendTrapEntry);
-    // A library without the entry stays loaded, on purpose: whatever it is, it is not the one that is known
-    // to bear being unloaded.
-    if (sendTrap == nullptr)
+    UniqueLibrary library = LoadHostAgentLibrary();
+    const auto sendTrap = library ? EntryPoint<SendTrapFunction>(library.Get(), sendTrapEntry) : nullptr;
+    if (sendTrap == nullptr) {
+        // A library without the entry stays loaded, on purpose: whatever it is, it is not the one that is
+        // known to bear being unloaded.
+        library.Release();
         return TestTrapOutcome::NotGenerated;
-    const UniqueLibrary library(loaded);
+    }
     text = TrapText();
     return sendTrap(text.c_str()) == ERROR_SUCCESS ? TestTrapOutcome::Sent : TestTrapOutcome::NotGenerated;
 }

@@ -1,6 +1,7 @@
 // The test trap, with a real mutex and a library in the host agent's place.
 #include "pages/TestTrap.h"
 
+#include "support/FailNth.h"
 #include "support/HostAgent.h"
 #include "support/ImportHook.h"
 #include "support/RegistryCalls.h"
@@ -235,6 +236,8 @@ TEST_F(AlerterMutex, HasItsGlobalNameFromAListWithoutItsEnd)
     const std::string suites("Enterprise\0Terminal Server", 26);
     m_productOptions.SetRaw("ProductSuite", REG_MULTI_SZ, support::Bytes(suites.begin(), suites.end()));
     EXPECT_EQ(OpenedName(4, 0), globalName);
+    m_productOptions.SetRaw("ProductSuite", REG_MULTI_SZ, {'T'});
+    EXPECT_EQ(OpenedName(4, 0), plainName);
 }
 
 TEST_F(AlerterMutex, HasItsPlainNameFromAnEmptyListOrAnotherType)
@@ -245,6 +248,32 @@ TEST_F(AlerterMutex, HasItsPlainNameFromAnEmptyListOrAnotherType)
     EXPECT_EQ(OpenedName(4, 0), plainName);
     m_productOptions.Delete();
     EXPECT_EQ(OpenedName(4, 0), plainName);
+}
+
+TEST_F(AlerterMutex, HasItsPlainNameWhenTheListOrItsSizeCannotBeRead)
+{
+    m_productOptions.SetMultiString("ProductSuite", {"Terminal Server"});
+    for (const LSTATUS error : {ERROR_ACCESS_DENIED, ERROR_MORE_DATA}) {
+        for (const int query : {1, 2}) {
+            const support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)> fail(Program(), query,
+                                                                                        error);
+            EXPECT_EQ(OpenedName(4, 0), plainName) << "query " << query << ", error " << error;
+        }
+    }
+}
+
+TEST_F(AlerterMutex, LeavesNoKeyOpenThatItWasLookedForIn)
+{
+    m_productOptions.SetMultiString("ProductSuite", {"Enterprise", "Terminal Server"});
+    const support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)> fail(Program(), 4,
+                                                                                ERROR_ACCESS_DENIED);
+    const support::RegistryCalls calls(Program());
+    EXPECT_EQ(OpenedName(4, 0), globalName);
+    EXPECT_EQ(OpenedName(4, 0), plainName);
+    m_productOptions.DeleteValue("ProductSuite");
+    EXPECT_EQ(OpenedName(4, 0), plainName);
+    EXPECT_EQ(calls.Log().CallsOf({"RegOpenKeyA"}).size(), 3);
+    EXPECT_EQ(calls.OpenKeys(), std::vector<std::string>());
 }
 
 TEST_F(AlerterMutex, IsFoundByItsGlobalName)
@@ -295,6 +324,17 @@ TEST_F(TestTrapOffer, NeedsTrapDataOfAnyTypeAndSize)
     EXPECT_FALSE(IsOffered(SERVICE_RUNNING));
     m_trap.Delete();
     EXPECT_FALSE(IsOffered(SERVICE_RUNNING));
+}
+
+TEST_F(TestTrapOffer, TakesTrapDataForPresentThatTheSystemCallsTooLongAndNothingElseThatFails)
+{
+    using Fail = support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)>;
+    const auto isOfferedWith = [&](LSTATUS answer) {
+        const Fail fail(Program(), 1, answer);
+        return IsOffered(SERVICE_RUNNING);
+    };
+    EXPECT_TRUE(isOfferedWith(ERROR_MORE_DATA));
+    EXPECT_FALSE(isOfferedWith(ERROR_ACCESS_DENIED));
 }
 
 TEST_F(TestTrapOffer, ReadsTheTrapsKeyAndClosesIt)
