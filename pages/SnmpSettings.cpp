@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -50,6 +52,20 @@ std::string ReadText(const char* path, const char* valueName)
     std::string text;
     Key(path).GetString(valueName, text, REG_SZ, 0);
     return text;
+}
+
+// Nothing unless a REG_DWORD of four bytes is stored.
+std::optional<DWORD> ReadNumber(const char* path, const char* valueName)
+{
+    DWORD type = REG_NONE;
+    RegistryData data;
+    DWORD size = 0;
+    DWORD number = 0;
+    const DWORD found = Key(path).QueryValue(valueName, type, data, size);
+    if (found != ERROR_SUCCESS || type != REG_DWORD || size != sizeof number)
+        return {};
+    std::memcpy(&number, data.get(), sizeof number);
+    return number;
 }
 
 bool HasRackSupport()
@@ -135,21 +151,18 @@ void SnmpSettings::Load()
 
 void SnmpSettings::LoadFlagsAndInterval()
 {
-    DWORD sets = 0;
-    Key(hostSnmpKey).GetDword(setsEnabledValue, sets);
-    setsEnabled = (sets & setsEnabledBit) != 0;
-    remoteReboot = (sets & remoteRebootBit) != 0;
-    rackTrapsDisabled = (sets & rackTrapsDisabledBit) != 0;
+    const std::optional<DWORD> sets = ReadNumber(hostSnmpKey, setsEnabledValue);
+    setsEnabled = (sets.value_or(0) & setsEnabledBit) != 0;
+    remoteReboot = (sets.value_or(0) & remoteRebootBit) != 0;
+    rackTrapsDisabled = (sets.value_or(0) & rackTrapsDisabledBit) != 0;
 
-    DWORD hostFlags = 0;
-    const DWORD hostFlagsRead = Key(hostAgentKey).GetDword(hostFlagsValue, hostFlags);
-    telnetDisabled = (hostFlags & telnetDisabledBit) != 0;
+    const std::optional<DWORD> hostFlags = ReadNumber(hostAgentKey, hostFlagsValue);
+    telnetDisabled = (hostFlags.value_or(0) & telnetDisabledBit) != 0;
 
     // Without an interval of its own the number that was read last stands in for it, as ever: flags are
     // small, so it is the shortest one.
-    DWORD timeout = hostFlagsRead == ERROR_SUCCESS ? hostFlags : sets;
-    Key(hostSnmpKey).GetDword(timeoutValue, timeout);
-    intervalIndex = IndexOfInterval(timeout);
+    const DWORD lastRead = hostFlags.value_or(sets.value_or(0));
+    intervalIndex = IndexOfInterval(ReadNumber(hostSnmpKey, timeoutValue).value_or(lastRead));
 }
 
 void SnmpSettings::LoadDebuggers()

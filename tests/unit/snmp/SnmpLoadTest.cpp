@@ -1,6 +1,5 @@
 // What the SNMP Settings page finds in the registry, good values and bad ones.
 #include "SnmpMachine.h"
-#include "sysaccess/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 
@@ -103,6 +102,15 @@ TEST_P(EachInterval, StandsForAllTimeoutsUpToTheNextOne)
 
 INSTANTIATE_TEST_SUITE_P(Rows, EachInterval, testing::Range(0, static_cast<int>(collectionIntervalCount)));
 
+TEST_F(SnmpSettingsLoad, ReadsTheIntervalOfTheHostAgentAlone)
+{
+    for (const support::TestKey& key : m_machine.SnmpKeys())
+        key.SetDword("Timeout", 3600000);
+    m_machine.hostAgent.SetDword("Timeout", 3600000);
+    m_machine.hostSnmp.SetDword("Timeout", 10000);
+    EXPECT_EQ(LoadSnmpSettings().intervalIndex, 1);
+}
+
 TEST_F(SnmpSettingsLoad, TakesTheNextShorterIntervalForOneInBetween)
 {
     m_machine.hostSnmp.SetDword("Timeout", 45000);
@@ -133,7 +141,13 @@ TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalWithoutOneOfItsTypeAndSize)
     EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0);
     m_machine.hostSnmp.SetString("Timeout", "60000");
     EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0);
-    m_machine.hostSnmp.SetRaw("Timeout", REG_DWORD, {0x60, 0xEA});
+    for (const support::Bytes& bytes :
+         {support::Bytes{}, support::Bytes{0x60, 0xEA}, support::Bytes{0x60, 0xEA, 0, 0, 0, 0, 0, 0}})
+    {
+        m_machine.hostSnmp.SetRaw("Timeout", REG_DWORD, bytes);
+        EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0) << bytes.size() << " bytes";
+    }
+    m_machine.hostSnmp.SetRaw("Timeout", REG_QWORD, {0x60, 0xEA, 0, 0, 0, 0, 0, 0});
     EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0);
 }
 
@@ -141,8 +155,28 @@ TEST_F(SnmpSettingsLoad, TakesTheFlagsForAnAbsentInterval)
 {
     m_machine.hostSnmp.SetDword("SetsEnabled", 60000);
     EXPECT_EQ(LoadSnmpSettings().intervalIndex, 5);
-    m_machine.hostAgent.SetDword("HostFlags", 5000);
+    m_machine.hostAgent.SetDword("HostFlags", 10000);
+    EXPECT_EQ(LoadSnmpSettings().intervalIndex, 1);
+    m_machine.hostAgent.SetDword("HostFlags", 0);
     EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0);
+}
+
+TEST_F(SnmpSettingsLoad, TakesTheFlagsBeforeThoseThatAreNoNumberForAnAbsentInterval)
+{
+    m_machine.hostSnmp.SetDword("SetsEnabled", 60001);
+    const auto expectTheFlagsOfSets = [](const char* stored) {
+        const SnmpSettings settings = LoadSnmpSettings();
+        EXPECT_EQ(settings.intervalIndex, 5) << stored;
+        EXPECT_FALSE(settings.telnetDisabled) << stored;
+    };
+    m_machine.hostAgent.SetRaw("HostFlags", REG_DWORD, {});
+    expectTheFlagsOfSets("nothing");
+    m_machine.hostAgent.SetRaw("HostFlags", REG_DWORD, {1});
+    expectTheFlagsOfSets("one byte");
+    m_machine.hostAgent.SetRaw("HostFlags", REG_DWORD, {1, 0, 0, 0, 0, 0, 0, 0});
+    expectTheFlagsOfSets("eight bytes");
+    m_machine.hostAgent.SetString("HostFlags", "1");
+    expectTheFlagsOfSets("a text");
 }
 
 // --- server role
@@ -215,6 +249,22 @@ TEST_F(SnmpSettingsLoad, HasNoTrapFromADebuggerOfAnotherType)
     EXPECT_FALSE(LoadSnmpSettings().exceptionTrap);
 }
 
+TEST_F(SnmpSettingsLoad, ReadsADebuggerOfNoBytesAndOneWithoutItsLastZero)
+{
+    m_machine.activeDebugger.SetRaw("Debugger", REG_SZ, {});
+    EXPECT_FALSE(LoadSnmpSettings().exceptionTrap);
+    m_machine.activeDebugger.SetUnterminatedString("Debugger", "vtndbg");
+    EXPECT_EQ(LoadSnmpSettings().exceptionTrap, TRUE);
+    m_machine.activeDebugger.SetUnterminatedString("Debugger", "vtndb");
+    EXPECT_FALSE(LoadSnmpSettings().exceptionTrap);
+}
+
+TEST_F(SnmpSettingsLoad, KnowsTheTrapsDebuggerAtTheEndOfALongCommandLine)
+{
+    m_machine.activeDebugger.SetString("Debugger", std::string(3994, 'd') + "VtnDbg");
+    EXPECT_EQ(LoadSnmpSettings().exceptionTrap, TRUE);
+}
+
 // --- keys that are not there
 
 TEST_F(SnmpSettingsLoad, IsRefusedWithoutAKeyThatItReads)
@@ -235,6 +285,23 @@ TEST_F(SnmpSettingsLoad, NeedsTheParkedDebuggersKeyOnlyWithTheTrapOn)
     EXPECT_NO_THROW(LoadSnmpSettings());
     m_machine.activeDebugger.SetString("Debugger", "vtndbg");
     EXPECT_THROW(LoadSnmpSettings(), ConfigurationError);
+}
+
+TEST_F(SnmpSettingsLoad, IsRefusedWhenAKeyThatItReadsIsDenied)
+{
+    m_machine.activeDebugger.SetString("Debugger", "vtndbg");
+    for (const support::TestKey& key :
+         {support::TestKey(m_machine.product.Path()), m_machine.hostSnmp, m_machine.hostAgent,
+          support::TestKey(m_machine.activeDebugger.Path()), m_machine.parkedDebugger})
+        EXPECT_TRUE(IsRefusedWhileDenied(key, [] { (void)LoadSnmpSettings(); })) << key.Path();
+}
+
+TEST_F(SnmpSettingsLoad, TakesDeniedServerAgentsForNoRackSupport)
+{
+    m_machine.server.Subkey("VTNRACK").Create();
+    SnmpSettings settings;
+    EXPECT_FALSE(IsRefusedWhileDenied(m_machine.server, [&] { settings.Load(); }));
+    EXPECT_FALSE(settings.hasRackSupport);
 }
 
 } // namespace

@@ -3,7 +3,9 @@
 #pragma once
 
 #include "pages/SnmpSettings.h"
+#include "support/ImportHook.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/ConfigurationError.h"
 
 #include <string>
 #include <vector>
@@ -19,6 +21,12 @@ struct SnmpMachine
             key.Create();
         hostAgent.Create();
         parkedDebugger.Create();
+    }
+
+    // The agent services, in the order of saving.
+    [[nodiscard]] std::vector<const support::TestKey*> Services() const
+    {
+        return {&host, &server, &storage, &nic};
     }
 
     // What receives "SetsEnabled", in the order of saving.
@@ -47,4 +55,26 @@ inline SnmpSettings LoadSnmpSettings()
     SnmpSettings settings;
     settings.Load();
     return settings;
+}
+
+// Whether `action` is refused.
+template <typename Action>
+bool IsRefused(Action action)
+try {
+    action();
+    return false;
+} catch (ConfigurationError) {
+    return true;
+}
+
+// Whether `action` is refused while the system denies access to the key.
+template <typename Action>
+bool IsRefusedWhileDenied(const support::TestKey& key, Action action)
+{
+    const auto deny = support::HookImport<decltype(RegOpenKeyA)>(
+        GetModuleHandleA(nullptr), "RegOpenKeyA",
+        [&](auto original, HKEY root, LPCSTR subkey, PHKEY opened) -> LSTATUS {
+            return key.Path() == subkey ? ERROR_ACCESS_DENIED : original(root, subkey, opened);
+        });
+    return IsRefused(action);
 }
