@@ -1,6 +1,7 @@
 // The filtered edit control, with keys typed into a real edit.
 #include "sysaccess/ParsedEdit.h"
 
+#include "support/Clipboard.h"
 #include "support/ImportHook.h"
 
 #include <gtest/gtest.h>
@@ -145,6 +146,15 @@ TEST_P(EachField, ShowsWhatItTakesAndNothingElse)
 }
 
 TEST_P(EachField, TakesPastedText)
+{
+    Filter(GetParam().style, GetParam().extraChars);
+    support::CopyToClipboard(m_parent.m_hWnd, "a b\"c;\xE4");
+    m_edit.SendMessage(WM_PASTE);
+    EXPECT_EQ(Text(), "a b\"c;\xE4");
+    EXPECT_EQ(m_parent.m_refusals, 0);
+}
+
+TEST_P(EachField, TakesTextThatTheProgramPutsInPlaceOfTheSelection)
 {
     Filter(GetParam().style, GetParam().extraChars);
     m_edit.ReplaceSel("a b\"c;\xE4");
