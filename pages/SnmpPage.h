@@ -15,6 +15,8 @@ class CVtnSnmpPropPage : public CVtnPropPage
 
     DWORD Save() override;
     [[nodiscard]] bool IsChanged() const override { return LOWORD(m_changes) != 0; }
+    // SnmpChange bits of the controls that were used since the page has been shown; a save keeps them.
+    [[nodiscard]] DWORD Changes() const { return m_changes; }
 
   protected:
     void DoDataExchange(CDataExchange* pDX) override;
@@ -46,5 +48,5 @@ class CVtnSnmpPropPage : public CVtnPropPage
     CParsedEdit m_serverRoleEdit;
 
     SnmpSettings m_settings;
-    DWORD m_changes = 0; // SnmpChange bits
+    DWORD m_changes = 0;
 };
