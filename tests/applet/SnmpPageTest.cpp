@@ -1,11 +1,12 @@
 // The SNMP Settings page through its window.
-#include "applet/AppletTest.h"
+#include "applet/SnmpPageTest.h"
 #include "pages/SnmpSettings.h"
 #include "resources/resource.h"
 #include "support/ServiceScript.h"
 
 #include <array>
 #include <cstdlib>
+#include <prsht.h>
 
 namespace {
 
@@ -14,24 +15,7 @@ using support::ExpectAbsent;
 using support::ExpectDword;
 using support::ExpectString;
 
-class SnmpPage : public AppletTest
-{
-  protected:
-    DialogDriver Open()
-    {
-        m_host.Open();
-        return m_host.Page("SNMP Settings");
-    }
-
-    // What the page as it was opened shows, without saving it.
-    template <typename Question>
-    auto Ask(Question question)
-    {
-        const auto answer = question(Open());
-        m_host.PressCancel();
-        return answer;
-    }
-};
+constexpr int applyButton = 0x3021; // of the sheet
 
 // --- what it shows
 
@@ -292,66 +276,61 @@ TEST_F(RestartOffer, DoesNotFollowAServerRoleAlone)
     support::ExpectBoxes(m_boxes, {});
 }
 
-// --- server role
+// --- Apply
 
-TEST_F(SnmpPage, SavesTheServerRole)
+class ApplyNotice : public SnmpPage
 {
-    Open().Type(IDC_SNMP_SERVER_ROLE, "Mail & print, 2nd floor");
-    m_host.PressOk();
-    ExpectString(m_machine.product, "ServerRole", "Mail & print, 2nd floor");
-}
+  protected:
+    // The windows of a message that a page sends to its sheet.
+    struct Notice
+    {
+        HWND sheet;
+        HWND page;
+        bool operator==(const Notice&) const = default;
+    };
 
-TEST_F(SnmpPage, SavesTheServerRoleWithoutHavingBeenShown)
-{
-    m_machine.product.SetString("ServerRole", "Mail");
-    m_host.Open();
-    m_host.Page("Storage");
-    m_machine.product.DeleteValue("ServerRole");
-    m_host.PressOk();
-    ExpectString(m_machine.product, "ServerRole", "Mail");
-}
+    // What tells the sheet, while the user does something on the page, that its settings have been changed.
+    template <typename Action>
+    std::vector<Notice> NoticesOf(Action action)
+    {
+        std::vector<Notice> notices;
+        const auto hook = support::HookImport<decltype(SendMessageA)>(
+            m_host.Module(), "SendMessageA",
+            [&](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+                if (message == PSM_CHANGED)
+                    notices.push_back({window, reinterpret_cast<HWND>(wParam)});
+                return original(window, message, wParam, lParam);
+            });
+        action(m_host.ActivePage());
+        return notices;
+    }
 
-TEST_F(SnmpPage, TakesNoMoreThan64CharactersOfAServerRole)
-{
-    const DialogDriver page = Open();
-    page.Type(IDC_SNMP_SERVER_ROLE, std::string(65, 'r'));
-    EXPECT_EQ(page.Text(IDC_SNMP_SERVER_ROLE), std::string(64, 'r'));
-    m_host.PressOk();
-    ExpectString(m_machine.product, "ServerRole", std::string(64, 'r'));
-}
-
-class StoredRole : public SnmpPage, public testing::WithParamInterface<std::size_t>
-{
+    void ExpectNoApplyButton() const { EXPECT_FALSE(m_host.Sheet().IsVisible(applyButton)); }
 };
 
-TEST_P(StoredRole, OfAnyLengthIsShownAndStaysUnlessItIsEdited)
+TEST_F(ApplyNotice, FollowsEachCharacterOfTheServerRole)
 {
-    const std::string role(GetParam(), 'r');
-    m_machine.product.SetString("ServerRole", role);
     const DialogDriver page = Open();
-    EXPECT_EQ(page.Text(IDC_SNMP_SERVER_ROLE), role);
-    EXPECT_TRUE(m_host.TurnTo("Storage"));
-    EXPECT_TRUE(m_host.TurnTo("SNMP Settings"));
-    m_host.PressOk();
-    ExpectString(m_machine.product, "ServerRole", role);
+    const Notice notice{m_host.Sheet().Window(), page.Window()};
+    EXPECT_EQ(NoticesOf([](const DialogDriver& shown) { shown.Type(IDC_SNMP_SERVER_ROLE, "ab"); }),
+              (std::vector{notice, notice}));
+    ExpectNoApplyButton();
+    m_host.PressCancel();
 }
 
-INSTANTIATE_TEST_SUITE_P(Lengths, StoredRole, testing::Values(64, 65, 1000));
-
-TEST_F(SnmpPage, RefusesAnEditedServerRoleThatIsStillTooLong)
+TEST_F(ApplyNotice, FollowsNoOtherControl)
 {
-    m_machine.product.SetString("ServerRole", std::string(70, 'r'));
-    const DialogDriver page = Open();
-    page.SetText(IDC_SNMP_SERVER_ROLE, std::string(69, 'r'));
-    m_boxes.Answer(IDOK);
-    m_host.Sheet().Click(IDOK);
-    EXPECT_FALSE(m_host.HasEnded());
-    ASSERT_EQ(m_boxes.Shown().size(), 1);
-    EXPECT_EQ(m_boxes.Shown().front().text, "Enter no more than 64 characters.");
-    EXPECT_EQ(m_boxes.Shown().front().caption, "Norvale Management Agents");
-    page.SetText(IDC_SNMP_SERVER_ROLE, std::string(64, 'r'));
-    m_host.PressOk();
-    ExpectString(m_machine.product, "ServerRole", std::string(64, 'r'));
+    m_machine.serverAgents.Subkey("VTNRACK").Create();
+    Open();
+    EXPECT_EQ(NoticesOf([](const DialogDriver& page) {
+                  for (const int box : {IDC_SNMP_SETS, IDC_SNMP_REMOTE_REBOOT, IDC_SNMP_EXCEPTION_TRAP,
+                                        IDC_SNMP_DISABLE_TELNET, IDC_SNMP_DISABLE_RACK_TRAPS})
+                      page.Click(box);
+                  page.Select(IDC_SNMP_INTERVAL, 3);
+              }),
+              std::vector<Notice>());
+    ExpectNoApplyButton();
+    m_host.PressCancel();
 }
 
 // --- help
