@@ -9,6 +9,13 @@
 // when it loses it: the hook may outlive the window.
 void RecordSheetWindow(HWND sheet);
 
+// Ends a hook; for UniqueHook.
+inline void CloseHook(HHOOK hook)
+{
+    UnhookWindowsHookEx(hook);
+}
+using UniqueHook = UniqueHandle<HHOOK, CloseHook>;
+
 // While one of these lives, F1 without Shift or Ctrl in a dialog of the calling thread posts WM_COMMAND
 // ID_HELP to the recorded sheet. The dialog sees the key all the same. A host may open the applet again while
 // its sheet is up; then the keys belong to the new sheet until that is gone.

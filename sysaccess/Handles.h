@@ -40,7 +40,6 @@ inline void CloseLibrary(HMODULE library)
     FreeLibrary(library);
 }
 using UniqueLibrary = UniqueHandle<HMODULE, CloseLibrary>;
-
 inline void CloseFile(HANDLE file)
 {
     CloseHandle(file);
@@ -52,12 +51,6 @@ using UniqueFile = UniqueHandle<HANDLE, CloseFile>;
 {
     return UniqueFile(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
-
-inline void CloseHook(HHOOK hook)
-{
-    UnhookWindowsHookEx(hook);
-}
-using UniqueHook = UniqueHandle<HHOOK, CloseHook>;
 
 // The entry point of a library as a function of the given pointer type; null when it has none. `name` may be
 // an ordinal made with MAKEINTRESOURCEA.
