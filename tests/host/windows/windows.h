@@ -192,6 +192,7 @@ BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR
 #define REG_BINARY 3U
 #define REG_DWORD 4U
 #define REG_MULTI_SZ 7U
+#define REG_QWORD 11U
 #define KEY_QUERY_VALUE 0x1U
 #define KEY_SET_VALUE 0x2U
 #define KEY_READ 0x20019U
