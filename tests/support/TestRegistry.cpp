@@ -172,6 +172,14 @@ void TestKey::SetRaw(const std::string& name, DWORD type, const Bytes& bytes) co
           "set", m_path);
 }
 
+void TestKey::CreateSubkey(const std::string& name) const
+{
+    const OpenedKey key(m_path);
+    HKEY subkey = nullptr;
+    Check(ADVAPI(RegCreateKeyA)(key.Handle(), name.c_str(), &subkey), "create", Subkey(name).Path());
+    ADVAPI(RegCloseKey)(subkey);
+}
+
 void TestKey::SetDword(const std::string& name, DWORD value) const
 {
     SetRaw(name, REG_DWORD, DwordBytes(value));

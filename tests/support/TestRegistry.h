@@ -45,6 +45,8 @@ class TestKey
     [[nodiscard]] std::optional<StoredValue> Value(const std::string& name) const;
 
     void Create() const;
+    // Makes a subkey whose name may be too long to be part of a path; the key itself must exist.
+    void CreateSubkey(const std::string& name) const;
     void SetDword(const std::string& name, DWORD value) const;
     void SetString(const std::string& name, const std::string& text) const;
     // A REG_SZ value that lacks its terminating zero.

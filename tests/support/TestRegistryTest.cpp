@@ -55,6 +55,14 @@ TEST(TestKey, StoresEachKindOfValueByteForByte)
     EXPECT_EQ(key.Value("Odd"), (StoredValue{12, {7}}));
 }
 
+TEST(TestKey, MakesASubkeyWhoseNameIsTooLongForAPath)
+{
+    const std::string longest(255, 'x');
+    const ScratchKey key;
+    key.CreateSubkey(longest);
+    EXPECT_EQ(key.SubkeyNames(), std::vector<std::string>{longest});
+}
+
 TEST(TestKey, DeletesValuesAndForgivesAbsentOnes)
 {
     const ScratchKey key;
