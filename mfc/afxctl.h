@@ -85,6 +85,9 @@ class CListBox : public CWnd
     int GetItemRect(int nIndex, LPRECT lpRect) const;
     // One tab stop every so many dialog units.
     BOOL SetTabStops(int cxEachStop);
+    // Pixels that a list with WS_HSCROLL can show by scrolling; it does not look at its texts itself.
+    [[nodiscard]] int GetHorizontalExtent() const { return AfxAskList(*this, LB_GETHORIZONTALEXTENT); }
+    void SetHorizontalExtent(int cxExtent) { AfxAskList(*this, LB_SETHORIZONTALEXTENT, cxExtent); }
 };
 
 // Positions count from 0; CB_ERR (-1) stands for none.

@@ -91,6 +91,13 @@ TEST_F(Controls, HaveAListThatSelectsAndKeepsNumbers)
     EXPECT_TRUE(list.SetTabStops(80));
 }
 
+TEST_F(Controls, HaveAListThatCanBeScrolledSideways)
+{
+    EXPECT_EQ(list.GetHorizontalExtent(), 0);
+    list.SetHorizontalExtent(500);
+    EXPECT_EQ(list.GetHorizontalExtent(), 500);
+}
+
 TEST_F(Controls, HaveAComboBoxThatSelects)
 {
     EXPECT_EQ(combo.GetCurSel(), CB_ERR);
