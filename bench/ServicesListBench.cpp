@@ -3,7 +3,7 @@
 // - once, from a key that is open: what is wished for is at most twice that;
 // - as who finds the keys closed must at the least: listed once, opened, read into a buffer, closed;
 // - as the registry accessor does: listed twice, opened by its path, its size asked for, read, closed.
-// On a registry whose every call goes to a server and back, all keys cost about the same per call. So the
+// On a registry whose every call goes to a server and back, all calls cost about the same. So the
 // first yardstick makes one call per text, the second four and the third six, and the second alone is already
 // beyond twice the first: the wish cannot be met by anybody who does not hold 2,000 keys open. The accessor's
 // six calls are how it notices every refusal, and stay. What is in the page's hands is what it adds to them,
