@@ -1,4 +1,4 @@
-// The Services page through its window: the two lists, and moving agents by mouse and keyboard.
+// The Services page through its window: the two lists, and moving agents with the mouse.
 #include "applet/ServicesPageTest.h"
 
 #include "support/HelpRecorder.h"
@@ -249,55 +249,6 @@ TEST_F(ServicesPageLastAgent, LeavesTheFocusWhereItIsElsewhere)
                         reinterpret_cast<LPARAM>(page.Control(removeButton)));
     ExpectLists(page, {}, {"VTNMHOST"});
     EXPECT_EQ(Focus(), IDCANCEL);
-    m_host.PressCancel();
-}
-
-// --- the keyboard
-
-TEST_F(ServicesPageMove, AltCAndAltIReachTheLists)
-{
-    Open();
-    PressAltKey('i');
-    EXPECT_EQ(Focus(), inactiveList);
-    PressAltKey('c');
-    EXPECT_EQ(Focus(), activeList);
-    m_host.PressCancel();
-}
-
-TEST_F(ServicesPageMove, AltRMovesAgentsOneAfterTheOther)
-{
-    const DialogDriver page = Open();
-    PressAltKey('c');
-    PressAltKey('r');
-    ExpectLists(page, {"VTNB"}, {"VTNC", "VTNMHOST", "VTNA"});
-    PressAltKey('r');
-    ExpectLists(page, {}, {"VTNC", "VTNMHOST", "VTNA", "VTNB"});
-    EXPECT_TRUE(page.IsEnabled(Focus()));
-    m_host.PressCancel();
-}
-
-TEST_F(ServicesPageMove, AltAMovesTheAgentThatTheArrowKeysSelect)
-{
-    const DialogDriver page = Open();
-    PressAltKey('i');
-    m_host.PressKey(VK_DOWN);
-    PressAltKey('a');
-    ExpectLists(page, {"VTNA", "VTNB", "VTNMHOST"}, {"VTNC"});
-    PressAltKey('a');
-    ExpectLists(page, {"VTNA", "VTNB", "VTNMHOST", "VTNC"}, {});
-    m_host.PressCancel();
-}
-
-TEST_F(ServicesPageMove, TheKeysOfAnEmptyListDoNothing)
-{
-    const DialogDriver page = Open();
-    page.Click(removeButton);
-    page.Click(removeButton);
-    const int focus = Focus();
-    PressAltKey('c');
-    PressAltKey('r');
-    EXPECT_EQ(Focus(), focus);
-    EXPECT_EQ(page.Items(inactiveList).size(), 4U);
     m_host.PressCancel();
 }
 

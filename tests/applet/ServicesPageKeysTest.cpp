@@ -1,0 +1,227 @@
+// The Services page with the keyboard alone.
+#include "applet/ServicesPageTest.h"
+
+#include "support/ImportHook.h"
+
+#include <random>
+
+namespace {
+
+// --- access keys
+
+TEST_F(ServicesPageMove, AltCAndAltIReachTheLists)
+{
+    Open();
+    PressAltKey('i');
+    EXPECT_EQ(Focus(), inactiveList);
+    PressAltKey('c');
+    EXPECT_EQ(Focus(), activeList);
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageMove, AltRMovesAgentsOneAfterTheOther)
+{
+    const DialogDriver page = Open();
+    PressAltKey('c');
+    PressAltKey('r');
+    ExpectLists(page, {"VTNB"}, {"VTNC", "VTNMHOST", "VTNA"});
+    PressAltKey('r');
+    ExpectLists(page, {}, {"VTNC", "VTNMHOST", "VTNA", "VTNB"});
+    EXPECT_TRUE(page.IsEnabled(Focus()));
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageMove, AltAMovesTheAgentThatTheArrowKeysSelect)
+{
+    const DialogDriver page = Open();
+    PressAltKey('i');
+    m_host.PressKey(VK_DOWN);
+    PressAltKey('a');
+    ExpectLists(page, {"VTNA", "VTNB", "VTNMHOST"}, {"VTNC"});
+    PressAltKey('a');
+    ExpectLists(page, {"VTNA", "VTNB", "VTNMHOST", "VTNC"}, {});
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageMove, TheKeysOfAnEmptyListDoNothing)
+{
+    const DialogDriver page = Open();
+    page.Click(removeButton);
+    page.Click(removeButton);
+    const int focus = Focus();
+    PressAltKey('c');
+    PressAltKey('r');
+    EXPECT_EQ(Focus(), focus);
+    EXPECT_EQ(page.Items(inactiveList).size(), 4U);
+    m_host.PressCancel();
+}
+
+// --- Tab, Enter and Escape
+
+class ServicesPageKeys : public ServicesPageMove
+{
+  protected:
+    // Presses Tab so many times; where the focus was on the way, from where it started.
+    std::vector<int> TabThrough(int times)
+    {
+        std::vector<int> stops{Focus()};
+        for (int i = 0; i < times; ++i) {
+            m_host.PressKey(VK_TAB);
+            stops.push_back(Focus());
+        }
+        return stops;
+    }
+};
+
+TEST_F(ServicesPageKeys, TabGoesFromTheActiveAgentsOverTheButtonsToTheInactiveOnes)
+{
+    Open();
+    PressAltKey('c');
+    EXPECT_EQ(TabThrough(4), (std::vector<int>{activeList, addButton, removeButton, inactiveList, IDOK}));
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageKeys, TabLeavesOutTheSideThatIsEmpty)
+{
+    Open();
+    for (const char key : {'r', 'r', 'i'})
+        PressAltKey(key);
+    EXPECT_EQ(TabThrough(1), (std::vector<int>{inactiveList, IDOK}));
+    PressAltKey('a');
+    EXPECT_EQ(Focus(), addButton);
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageKeys, EnterInAListIsOk)
+{
+    Open();
+    for (const char key : {'r', 'c'})
+        PressAltKey(key);
+    m_host.PressKey(VK_RETURN);
+    m_host.WaitForEnd();
+    ExpectSaved(m_agents, "VtMgHost", {"VTNB"});
+}
+
+TEST_F(ServicesPageKeys, EnterOnAButtonPressesIt)
+{
+    const DialogDriver page = Open();
+    PressAltKey('c');
+    m_host.PressKey(VK_TAB);
+    m_host.PressKey(VK_RETURN);
+    ExpectLists(page, {"VTNA", "VTNB", "VTNC"}, {"VTNMHOST"});
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageKeys, EnterPressesTheButtonThatTookTheFocusOver)
+{
+    const DialogDriver page = Open();
+    for (const char key : {'a', 'a'})
+        PressAltKey(key);
+    EXPECT_EQ(Focus(), removeButton);
+    m_host.PressKey(VK_RETURN);
+    ExpectLists(page, {"VTNB", "VTNC", "VTNMHOST"}, {"VTNA"});
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageKeys, EscapeWritesNothing)
+{
+    Open();
+    for (const char key : {'r', 'c'})
+        PressAltKey(key);
+    m_host.PressKey(VK_ESCAPE);
+    m_host.WaitForEnd();
+    support::ExpectAbsent(m_agents.Service("VtMgHost"), "Start");
+    support::ExpectMultiString(m_agents.Parameters("VtMgHost"), "SubServices", {"VTNA", "VTNB"});
+}
+
+TEST_F(ServicesPageKeys, ArrowKeysChooseWhatTheNextKeysMoveAndSave)
+{
+    Open();
+    PressAltKey('c');
+    m_host.PressKey(VK_DOWN);
+    PressAltKey('r');
+    PressAltKey('i');
+    m_host.PressKey(VK_END);
+    m_host.PressKey(VK_UP);
+    PressAltKey('a');
+    PressAltKey('c');
+    m_host.PressKey(VK_RETURN);
+    m_host.WaitForEnd();
+    ExpectSaved(m_agents, "VtMgHost", {"VTNA", "VTNMHOST"});
+}
+
+// --- where the focus starts
+
+TEST_F(ServicesPageKeys, StartOnTheActiveAgents)
+{
+    Open();
+    EXPECT_EQ(Focus(), activeList);
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageKeys, StartOnTheFirstControlThatCanBeUsedWhenNoAgentIsActive)
+{
+    m_agents.SetActive("VtMgHost", {});
+    Open();
+    EXPECT_EQ(Focus(), addButton);
+    m_host.PressCancel();
+}
+
+TEST_F(ServicesPageKeys, StartOutsideThePageWhenThereAreNoAgents)
+{
+    auto end = support::HookImport<decltype(RegEnumKeyA)>(
+        m_host.Module(), "RegEnumKeyA",
+        [](auto, HKEY, DWORD, LPSTR, DWORD) -> LSTATUS { return ERROR_NO_MORE_ITEMS; });
+    const DialogDriver page = Open();
+    const HWND focus = m_host.Thread().Focus();
+    EXPECT_TRUE(IsWindowEnabled(focus));
+    EXPECT_FALSE(IsChild(page.Window(), focus));
+    m_host.PressCancel();
+}
+
+// --- any keys
+
+class ServicesPageAnyKeys : public ServicesPageKeys, public testing::WithParamInterface<unsigned>
+{
+  protected:
+    void PressAnyKey()
+    {
+        constexpr std::array<char, 4> altKeys{'c', 'i', 'a', 'r'};
+        constexpr std::array<WORD, 3> keys{VK_DOWN, VK_UP, VK_SPACE};
+        const std::size_t choice = m_random() % (altKeys.size() + keys.size());
+        if (choice < altKeys.size())
+            PressAltKey(altKeys[choice]);
+        else
+            m_host.PressKey(keys[choice - altKeys.size()]);
+    }
+
+    // A list with agents has one selected and can be used; one without is disabled with its button.
+    void ExpectUsableSide(const DialogDriver& page, int list, int button) const
+    {
+        const auto count = static_cast<int>(page.Items(list).size());
+        const int selection = page.Selection(list);
+        EXPECT_TRUE(count == 0 ? selection == -1 : selection >= 0 && selection < count) << selection;
+        EXPECT_EQ(page.IsEnabled(list), count > 0);
+        EXPECT_EQ(page.IsEnabled(button), count > 0);
+    }
+
+    std::mt19937 m_random{GetParam()};
+};
+
+TEST_P(ServicesPageAnyKeys, LeaveTheFocusOnAnEnabledControlAndEveryAgentInOneList)
+{
+    const DialogDriver page = Open();
+    PressAltKey('c');
+    for (int i = 0; i < 25; ++i) {
+        PressAnyKey();
+        ASSERT_TRUE(page.IsEnabled(Focus())) << Focus();
+        ExpectUsableSide(page, activeList, removeButton);
+        ExpectUsableSide(page, inactiveList, addButton);
+        ASSERT_EQ(page.Items(activeList).size() + page.Items(inactiveList).size(), 4U);
+    }
+    m_host.PressCancel();
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, ServicesPageAnyKeys, testing::Values(1U, 2U));
+
+} // namespace
