@@ -1,6 +1,7 @@
 // The Services page's view of the agent services' settings.
 #include "pages/ServicesPage.h"
 
+#include "pages/TextMeter.h"
 #include "resources/resource.h"
 
 #include <algorithm>
@@ -90,6 +91,8 @@ void CVtnServicesPropPage::FillLists()
                        static_cast<DWORD>(MAKELONG(j, i)));
         }
     }
+    FitScrolling(m_active);
+    FitScrolling(m_inactive);
 }
 
 void CVtnServicesPropPage::Append(Side& side, const AgentEntry& entry, DWORD_PTR place)
@@ -99,6 +102,21 @@ void CVtnServicesPropPage::Append(Side& side, const AgentEntry& entry, DWORD_PTR
         return;
     side.list.SetItemData(position, place);
     ++side.count;
+}
+
+const AgentEntry& CVtnServicesPropPage::EntryAt(DWORD_PTR place) const
+{
+    return m_settings.groups[HIWORD(place)].Entries()[LOWORD(place)];
+}
+
+void CVtnServicesPropPage::FitScrolling(Side& side) const
+{
+    const TextMeter meter(side.list);
+    int longest = 0;
+    for (int i = 0; i < side.count; ++i)
+        longest = std::max(longest, meter.WidthOf(EntryAt(side.list.GetItemData(i)).displayName));
+    // A list leaves a little room before its texts; behind the longest one it shall look the same.
+    side.list.SetHorizontalExtent(longest + 2 * GetSystemMetrics(SM_CXEDGE));
 }
 
 void CVtnServicesPropPage::OnAdd()
@@ -118,12 +136,13 @@ void CVtnServicesPropPage::Move(Side& from, Side& to, bool active)
     if (selection == LB_ERR)
         return;
     const DWORD_PTR place = from.list.GetItemData(selection);
-    AgentGroup& group = m_settings.groups[HIWORD(place)];
     from.list.DeleteString(static_cast<UINT>(selection));
     --from.count;
-    Append(to, group.Entries()[LOWORD(place)], place);
+    Append(to, EntryAt(place), place);
+    FitScrolling(from);
+    FitScrolling(to);
     // The partner's own item stays where it is, on purpose: the user moves it, if at all.
-    group.SetActive(LOWORD(place), active);
+    m_settings.groups[HIWORD(place)].SetActive(LOWORD(place), active);
     m_changed |= agentMoved;
     UpdateControls();
 }

@@ -38,6 +38,9 @@ class CVtnServicesPropPage : public CVtnPropPage
     void FillLists();
     // Adds an agent at the end of its side; `place` says where its entry is.
     void Append(Side& side, const AgentEntry& entry, DWORD_PTR place);
+    [[nodiscard]] const AgentEntry& EntryAt(DWORD_PTR place) const;
+    // Lets a list scroll sideways as far as its longest name reaches, and no farther.
+    void FitScrolling(Side& side) const;
     // Moves the selected agent, if there is one.
     void Move(Side& from, Side& to, bool active);
     void UpdateControls();

@@ -96,16 +96,17 @@ constexpr DWORD kCheck = BS_AUTOCHECKBOX | WS_TABSTOP;
 constexpr DWORD kRadio = BS_AUTORADIOBUTTON | WS_DISABLED;
 constexpr DWORD kField = ES_AUTOHSCROLL | WS_TABSTOP;
 constexpr DWORD kList = LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP;
+constexpr DWORD kWideList = kList | WS_HSCROLL;
 constexpr DWORD kDropDownList = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
 
 constexpr ExpectedControl kServices[] = {
     {1000, "Button", BS_GROUPBOX, "Manage Agents"},
     {1002, "Static", 0, "A&ctive Agents:"},
-    {1001, "ListBox", kList, ""},
+    {1001, "ListBox", kWideList, ""},
     {1005, "Button", kPush, "<-&Add"},
     {1006, "Button", kPush, "&Remove->"},
     {1003, "Static", 0, "&Inactive Agents:"},
-    {1004, "ListBox", kList, ""},
+    {1004, "ListBox", kWideList, ""},
 };
 
 constexpr ExpectedControl kEvent[] = {
