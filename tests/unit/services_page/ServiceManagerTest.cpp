@@ -9,8 +9,7 @@ namespace {
 
 const HMODULE self = GetModuleHandleA(nullptr);
 
-// Services that are registered and never started. They are registered before the machine takes the registry
-// over, which would not survive the removal of a service.
+// Services that are registered and never started.
 class RegisteredServices
 {
   public:
@@ -34,7 +33,7 @@ class RegisteredServices
     RegisteredServices(const RegisteredServices&) = delete;
     RegisteredServices& operator=(const RegisteredServices&) = delete;
 
-    // What the manager knows of a service.
+    // What the manager answers about a service.
     [[nodiscard]] DWORD StartType(const char* name) const
     {
         const UniqueServiceHandle handle(OpenServiceA(m_manager.Get(), name, SERVICE_QUERY_CONFIG));
@@ -52,41 +51,78 @@ class RegisteredServices
 class ServicesSettingsRealManager : public testing::Test
 {
   protected:
+    // A sub-agent in each service; those of `active` are active.
+    void AddAgents(const Names& active) const
+    {
+        for (const AgentService& service : agentServices)
+            m_machine.AddAgent(service.name, "VTNA");
+        for (const std::string& name : active)
+            m_machine.SetActive(name, {"VTNA"});
+    }
+
+    void LoadAndSave()
+    {
+        m_settings.Load();
+        m_settings.Save(anyNumber);
+    }
+
     // The registry is saved before the services are registered and put back after they are removed.
     AgentMachine m_machine;
     RegisteredServices m_services;
     ServicesSettings m_settings;
+    support::TestKey m_host = m_machine.Service("VtMgHost");
 };
 
-TEST_F(ServicesSettingsRealManager, TakesTheNewStartTypesAndDependencies)
+TEST_F(ServicesSettingsRealManager, TakesTheNewStartTypes)
+{
+    AddAgents({"VtMgHost", "VtMgStor"});
+    LoadAndSave();
+    EXPECT_EQ(m_services.StartType("VtMgHost"), DWORD{SERVICE_AUTO_START});
+    EXPECT_EQ(m_services.StartType("VtMgServ"), DWORD{SERVICE_DISABLED});
+    EXPECT_EQ(m_services.StartType("VtMgStor"), DWORD{SERVICE_AUTO_START});
+    EXPECT_EQ(m_services.StartType("VTNNicMgmt"), DWORD{SERVICE_DISABLED});
+    support::ExpectDword(m_machine.Service("VtMgServ"), "Start", SERVICE_DISABLED);
+}
+
+TEST_F(ServicesSettingsRealManager, TakesTheNewDependencies)
 {
     m_machine.InstallSnmp();
-    for (const AgentService& service : agentServices)
-        m_machine.AddAgent(service.name, "VTNA");
-    m_machine.SetActive("VtMgHost", {"VTNA"});
-    m_machine.SetActive("VtMgStor", {"VTNA"});
-    const support::TestKey host = m_machine.Service("VtMgHost");
+    AddAgents({"VtMgHost", "VtMgStor"});
     int accepted = 0;
     auto change = support::HookImport<decltype(ChangeServiceConfigA)>(
         self, "ChangeServiceConfigA",
         [&](auto original, SC_HANDLE service, DWORD type, DWORD startType, DWORD errorControl, LPCSTR path,
             LPCSTR group, LPDWORD tag, LPCSTR dependencies, LPCSTR account, LPCSTR password, LPCSTR name) {
             if (dependencies != nullptr)
-                host.DeleteValue("DependOnService"); // what is there afterwards, the manager has written
+                m_host.DeleteValue("DependOnService"); // what is there afterwards, the manager has written
             const BOOL isAccepted = original(service, type, startType, errorControl, path, group, tag,
                                              dependencies, account, password, name);
             accepted += isAccepted;
             return isAccepted;
         });
-    m_settings.Load();
-    m_settings.Save(anyNumber);
+    LoadAndSave();
     EXPECT_EQ(accepted, 5);
-    EXPECT_EQ(m_services.StartType("VtMgHost"), DWORD{SERVICE_AUTO_START});
-    EXPECT_EQ(m_services.StartType("VtMgServ"), DWORD{SERVICE_DISABLED});
-    EXPECT_EQ(m_services.StartType("VtMgStor"), DWORD{SERVICE_AUTO_START});
-    EXPECT_EQ(m_services.StartType("VTNNicMgmt"), DWORD{SERVICE_DISABLED});
-    support::ExpectDword(m_machine.Service("VtMgServ"), "Start", SERVICE_DISABLED);
-    support::ExpectMultiString(host, "DependOnService", {"VtMgStor", "SNMP"});
+    support::ExpectMultiString(m_host, "DependOnService", {"VtMgStor", "SNMP"});
+}
+
+// With each change of a service the manager may write what else it knows of it.
+TEST_F(ServicesSettingsRealManager, BringsNoFormerDependencyBack)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgHost", "VtMgServ"});
+    support::ExpectMultiString(m_host, "DependOnService", {"VtnOld"});
+    LoadAndSave();
+    support::ExpectMultiString(m_host, "DependOnService", {"VtMgServ", "SNMP"});
+    m_settings.Save(anyNumber);
+    support::ExpectMultiString(m_host, "DependOnService", {"VtMgServ", "SNMP"});
+}
+
+TEST_F(ServicesSettingsRealManager, TakesTheValueAwayThatListsNoDependencies)
+{
+    AddAgents({"VtMgHost"});
+    support::ExpectMultiString(m_host, "DependOnService", {"VtnOld"});
+    LoadAndSave();
+    support::ExpectAbsent(m_host, "DependOnService");
 }
 
 } // namespace

@@ -84,25 +84,29 @@ TEST_F(ServicesSettingsConfig, AsksForNoMoreThanItNeedsOfTheManagerAndForAllOfTh
     EXPECT_EQ(m_services.OpenHandles(), 0);
 }
 
-TEST_F(ServicesSettingsConfig, WritesTheRegistryBeforeItTellsTheManager)
+TEST_F(ServicesSettingsConfig, WritesTheRegistryBeforeItTellsTheManagerServiceAfterService)
 {
     AddAgents({"VtMgHost"});
     m_settings.Load();
     const support::RegistryCalls registry(self, &m_log);
     m_settings.Save(anyNumber);
-    Names steps;
-    for (const std::string& call : m_log.Calls()) {
-        if (call.starts_with("RegSet") || call.starts_with("Change") || call.starts_with("RegOpenKeyExA"))
-            steps.push_back(call);
-    }
-    ASSERT_EQ(steps.size(), 15U);
+    Names steps = m_log.Calls();
+    std::erase_if(steps, [](const std::string& call) {
+        return call.starts_with("RegOpenKeyA") || call.starts_with("RegCloseKey");
+    });
     const std::string services = "HKLM\\SYSTEM\\CurrentControlSet\\Services\\";
-    EXPECT_EQ(steps[0], "RegSetValueExA " + services + "VtMgHost\\Parameters, SubServices");
-    EXPECT_EQ(steps[1], "RegSetValueExA " + services + "VtMgHost, Start");
-    EXPECT_EQ(steps[2], "ChangeServiceConfigA VtMgHost startType=2");
-    EXPECT_EQ(steps[12], "RegOpenKeyExA " + services + "SNMP, access 0x20019 = 2");
-    EXPECT_EQ(steps[13], "RegSetValueExA " + services + "VtMgHost, DependOnService");
-    EXPECT_EQ(steps[14], "ChangeServiceConfigA VtMgHost dependencies=");
+    ASSERT_EQ(steps.size(), 27U);
+    EXPECT_EQ(
+        Names(steps.begin(), steps.begin() + 7),
+        (Names{"OpenSCManagerA (null) 0x20000000", "OpenServiceA VtMgHost 0xf01ff",
+               "RegSetValueExA " + services + "VtMgHost\\Parameters, SubServices",
+               "RegSetValueExA " + services + "VtMgHost, Start", "ChangeServiceConfigA VtMgHost startType=2",
+               "CloseServiceHandle VtMgHost", "OpenServiceA VtMgServ 0xf01ff"}));
+    EXPECT_EQ(Names(steps.end() - 6, steps.end()),
+              (Names{"RegOpenKeyExA " + services + "SNMP, access 0x20019 = 2",
+                     "RegSetValueExA " + services + "VtMgHost, DependOnService",
+                     "OpenServiceA VtMgHost 0xf01ff", "ChangeServiceConfigA VtMgHost dependencies=",
+                     "CloseServiceHandle VtMgHost", "CloseServiceHandle (manager)"}));
     EXPECT_EQ(registry.OpenKeys(), Names{});
 }
 

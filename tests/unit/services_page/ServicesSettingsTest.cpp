@@ -1,5 +1,7 @@
 // Loading the agent services' settings, and saving them to the registry, Wine's own.
 #include "ServicesSettingsTest.h"
+
+#include "RefuseToOpen.h"
 #include "support/ImportHook.h"
 #include "support/ServiceScript.h"
 #include "sysaccess/ConfigurationError.h"
@@ -25,11 +27,7 @@ TEST_F(ServicesSettingsLoad, LeavesOutAServiceThatIsNotInstalled)
 
 TEST_F(ServicesSettingsLoad, LeavesOutAServiceThatMayNotBeRead)
 {
-    auto refuse = support::HookImport<decltype(RegOpenKeyA)>(
-        self, "RegOpenKeyA", [&](auto original, HKEY root, LPCSTR path, PHKEY key) {
-            const bool isRefused = path == m_machine.Service("VtMgHost").Path();
-            return isRefused ? LSTATUS{ERROR_ACCESS_DENIED} : original(root, path, key);
-        });
+    auto refuse = RefuseToOpen(m_machine.Service("VtMgHost").Path());
     EXPECT_EQ(LoadedServices(), (Names{"VtMgServ", "VtMgStor", "VTNNicMgmt"}));
 }
 
@@ -107,6 +105,17 @@ TEST_F(ServicesSettingsSave, LeavesSnmpOutOfTheDependenciesWhenItIsNotInstalled)
     ExpectDependencies({"VTNNicMgmt"});
 }
 
+TEST_F(ServicesSettingsSave, LeavesSnmpOutOfTheDependenciesWhenItsKeyDoesNotOpen)
+{
+    m_machine.InstallSnmp();
+    AddAgents({"VtMgHost", "VTNNicMgmt"});
+    auto refuse = support::HookImport<decltype(RegOpenKeyExA)>(
+        self, "RegOpenKeyExA",
+        [](auto, HKEY, LPCSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_ACCESS_DENIED; });
+    LoadAndSave();
+    ExpectDependencies({"VTNNicMgmt"});
+}
+
 TEST_F(ServicesSettingsSave, EmptiesTheDependenciesWhenNothingIsLeft)
 {
     AddAgents({"VtMgHost"});
@@ -138,6 +147,25 @@ TEST_F(ServicesSettingsSave, DropsANameWithoutSubkeyFromTheList)
     m_machine.SetActive("VtMgServ", {"VTNGONE", "vtna"});
     LoadAndSave();
     ExpectSaved(m_machine, "VtMgServ", {"VTNA"});
+}
+
+TEST_F(ServicesSettingsSave, KeepsOfAListOf5000NamesThoseThatHaveASubkey)
+{
+    m_machine.AddAgent("VtMgServ", "VTNA");
+    Names names(4999, "VTNGONE");
+    names.emplace_back("VTNA");
+    m_machine.SetActive("VtMgServ", names);
+    LoadAndSave();
+    ExpectSaved(m_machine, "VtMgServ", {"VTNA"});
+}
+
+TEST_F(ServicesSettingsSave, WritesANameOfFullLength)
+{
+    const std::string longest(255, 'x');
+    m_machine.Service("VtMgServ").CreateSubkey(longest);
+    m_machine.SetActive("VtMgServ", {longest});
+    LoadAndSave();
+    ExpectSaved(m_machine, "VtMgServ", {longest});
 }
 
 TEST_F(ServicesSettingsSave, WritesBothOfAPair)
@@ -200,11 +228,7 @@ TEST_F(ServicesSettingsSave, EndsAtTheFirstRefusalWithoutAnOpenServiceHandle)
     AddAgents({"VtMgHost", "VtMgServ", "VtMgStor"});
     m_services.Add("VtMgServ", {});
     m_settings.Load();
-    const std::string refusedPath = m_machine.Parameters("VtMgServ").Path();
-    auto refuse = support::HookImport<decltype(RegOpenKeyA)>(
-        self, "RegOpenKeyA", [&](auto original, HKEY root, LPCSTR path, PHKEY key) {
-            return path == refusedPath ? LSTATUS{ERROR_ACCESS_DENIED} : original(root, path, key);
-        });
+    auto refuse = RefuseToOpen(m_machine.Parameters("VtMgServ").Path());
     try {
         m_settings.Save(anyNumber);
         ADD_FAILURE() << "nothing was thrown";
