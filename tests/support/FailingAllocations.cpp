@@ -10,17 +10,25 @@ namespace {
 constexpr int unlimited = std::numeric_limits<int>::max();
 
 thread_local int allowedAllocations = unlimited;
+thread_local int failingAllocations = 0;
 thread_local bool hasFailed = false;
+
+// False when the count is used up.
+bool TakeOneOf(int& count)
+{
+    if (count == 0)
+        return false;
+    if (count != unlimited)
+        --count;
+    return true;
+}
 
 void* Allocate(std::size_t size)
 {
-    if (allowedAllocations == 0) {
-        hasFailed = true;
-        return nullptr;
-    }
-    if (allowedAllocations != unlimited)
-        --allowedAllocations;
-    return std::malloc(size == 0 ? 1 : size);
+    if (TakeOneOf(allowedAllocations) || !TakeOneOf(failingAllocations))
+        return std::malloc(size == 0 ? 1 : size);
+    hasFailed = true;
+    return nullptr;
 }
 
 void* AllocateOrThrow(std::size_t size)
@@ -35,10 +43,11 @@ void* AllocateOrThrow(std::size_t size)
 
 namespace support {
 
-FailingAllocations::FailingAllocations(int allowed)
+FailingAllocations::FailingAllocations(int allowed, int failing)
 {
     hasFailed = false;
     allowedAllocations = allowed;
+    failingAllocations = failing;
 }
 
 FailingAllocations::~FailingAllocations()

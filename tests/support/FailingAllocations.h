@@ -2,14 +2,16 @@
 // its operator new replaced.
 #pragma once
 
+#include <limits>
+
 namespace support {
 
-// While it lives, an allocation of the calling thread fails: the one after `allowed` others, and all that
-// follow it.
+// While it lives, allocations of the calling thread fail: the one after `allowed` others, and those that
+// follow it until `failing` have failed.
 class FailingAllocations
 {
   public:
-    explicit FailingAllocations(int allowed);
+    explicit FailingAllocations(int allowed, int failing = std::numeric_limits<int>::max());
     ~FailingAllocations();
     FailingAllocations(const FailingAllocations&) = delete;
     FailingAllocations& operator=(const FailingAllocations&) = delete;
