@@ -22,16 +22,20 @@ constexpr char clientProfile[] = "\\VTNCLNT.INI";
 constexpr char profileSection[] = "Options";
 constexpr char destinationKey[] = "DestinationDirectory";
 
+// Longest expanded paths in bytes, with their terminating zero.
+constexpr DWORD directoryRoom = MAX_PATH;
+constexpr DWORD profileRoom = MAX_PATH + 1;
+
 constexpr char serverKey[] = "SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters";
 constexpr char nullSessionShares[] = "NullSessionShares";
 
-// Replaces references to environment variables; empty when that fails or the result is longer than a path may
-// be.
-std::string ExpandPath(const std::string& path)
+// Replaces references to environment variables; empty when that fails or the result does not fit the room,
+// which is one of those above.
+std::string ExpandPath(const std::string& path, DWORD room)
 {
-    std::array<char, MAX_PATH + 1> expanded{};
-    const DWORD size = ExpandEnvironmentStringsA(path.c_str(), expanded.data(), MAX_PATH + 1);
-    return size == 0 || size > expanded.size() ? std::string() : expanded.data();
+    std::array<char, profileRoom> expanded{};
+    const DWORD size = ExpandEnvironmentStringsA(path.c_str(), expanded.data(), room);
+    return size == 0 || size > room ? std::string() : expanded.data();
 }
 
 std::string ClientPath(const std::string& scriptDirectory)
@@ -42,7 +46,7 @@ std::string ClientPath(const std::string& scriptDirectory)
 // Writes or, without a value, takes away where the clients report to.
 bool SetDestination(const std::string& scriptDirectory, const char* value)
 {
-    const std::string profile = ExpandPath(scriptDirectory + clientProfile);
+    const std::string profile = ExpandPath(scriptDirectory + clientProfile, profileRoom);
     return !profile.empty() &&
            WritePrivateProfileStringA(profileSection, destinationKey, value, profile.c_str());
 }
@@ -84,7 +88,7 @@ std::string ComputerName()
 
 bool InstallClient(const std::string& scriptDirectory)
 {
-    const std::string directory = ExpandPath(agentDirectory);
+    const std::string directory = ExpandPath(agentDirectory, directoryRoom);
     if (directory.empty())
         return false; // not to be taken for the root of the drive
     const std::string source = directory + clientProgram;
@@ -105,13 +109,15 @@ bool RemoveClient(const std::string& scriptDirectory)
 
 bool AddDiscoveryShare()
 {
-    const std::string directory = ExpandPath(reportDirectory);
+    const std::string directory = ExpandPath(reportDirectory, directoryRoom);
+    if (directory.empty())
+        return false;
     CreateDirectoryA(directory.c_str(), nullptr); // when it is not there afterwards, it cannot be shared
     wchar_t name[] = L"VTNDATA";
     wchar_t remark[] = L"CIM Client Share";
     wchar_t password[] = L"";
-    std::array<wchar_t, MAX_PATH + 1> path{};
-    MultiByteToWideChar(CP_ACP, 0, directory.c_str(), -1, path.data(), MAX_PATH + 1);
+    std::array<wchar_t, directoryRoom> path{};
+    MultiByteToWideChar(CP_ACP, 0, directory.c_str(), -1, path.data(), directoryRoom);
     SHARE_INFO_2 share{};
     share.shi2_netname = &name[0];
     share.shi2_type = STYPE_DISKTREE;

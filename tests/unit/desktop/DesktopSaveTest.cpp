@@ -1,9 +1,7 @@
-// The save of desktop management, step by step, on a machine whose shares alone are made up.
-#include "ScriptTexts.h"
-#include "TestDomain.h"
+// The save of desktop management on a machine whose shares alone are made up: every step, again and undone.
+#include "DesktopSaveTest.h"
 
 #include "support/FailNth.h"
-#include "sysaccess/ConfigurationError.h"
 
 #include <array>
 
@@ -17,33 +15,6 @@ using support::ReadBytes;
 using support::WriteBytes;
 
 const HMODULE self = GetModuleHandleA(nullptr);
-
-constexpr DWORD everything = DESKTOP_SWITCHED | DESKTOP_SCRIPT;
-
-class DesktopManagementSave : public TestDomain
-{
-  protected:
-    // The block as this machine writes it.
-    static std::string Block()
-    {
-        const std::string share = "\\\\" + ComputerName() + "\\netlogon";
-        return beginLine + share + "\\vtnclnt " + share + "\r\n" + endLine;
-    }
-
-    void SwitchOn() const { Settings(true).Save(everything); }
-    void SwitchOff() const { Settings(false).Save(everything); }
-
-    void ExpectFails(bool isOn, ConfigurationError text,
-                     support::Location where = support::Location::current())
-    {
-        try {
-            Settings(isOn).Save(everything);
-            support::ReportFailure(where, "nothing was thrown");
-        } catch (ConfigurationError error) {
-            support::ExpectEqual(text, error, "error", where);
-        }
-    }
-};
 
 TEST_F(DesktopManagementSave, NothingChangedWritesNothing)
 {
@@ -269,151 +240,6 @@ TEST_F(DesktopManagementSave, TheClientFilesGoWhereTheScriptWasFoundNotWhereItIs
     EXPECT_FALSE(FileExists(elsewhere.File("VTNCLNT.EXE")));
     EXPECT_TRUE(FileExists(m_program));
     EXPECT_TRUE(FileExists(m_profile));
-}
-
-// --- steps that fail: each with its own text, what was done before it stays, what comes after is not done
-
-class DesktopManagementFailure : public DesktopManagementSave
-{
-  protected:
-    // Everything is on.
-    DomainState On() const
-    {
-        SwitchOn();
-        return State();
-    }
-};
-
-TEST_F(DesktopManagementFailure, OfTheScriptStopsEverythingElse)
-{
-    const DomainState before = State();
-    const HANDLE lock =
-        CreateFileA(m_script.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    ExpectFails(true, IDS_SCRIPT_UPDATE_FAILED);
-    CloseHandle(lock);
-    EXPECT_EQ(State(), before);
-}
-
-TEST_F(DesktopManagementFailure, OfTheRecordKeepsTheScript)
-{
-    DomainState expected = State();
-    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(self, 1, ERROR_ACCESS_DENIED);
-    ExpectFails(true, IDS_ACCESS_DENIED);
-    expected.script = Block() + "@echo off\r\n";
-    EXPECT_EQ(State(), expected);
-}
-
-TEST_F(DesktopManagementFailure, OfTheCopyKeepsTheRecord)
-{
-    DeleteFileA(m_installedProgram.c_str());
-    ExpectFails(true, IDS_CLIENT_COPY_FAILED);
-    ExpectString(m_agent, clientIniValue, m_script);
-    EXPECT_TRUE(m_shares.Calls().empty());
-    EXPECT_FALSE(FileExists(m_profile));
-}
-
-TEST_F(DesktopManagementFailure, OfTheShareKeepsTheClient)
-{
-    for (const NET_API_STATUS status :
-         {NET_API_STATUS{ERROR_ACCESS_DENIED}, NET_API_STATUS{NERR_UnknownDevDir},
-          NET_API_STATUS{NERR_NetNameNotFound}})
-    {
-        m_shares.Fail("NetShareAdd", status);
-        ExpectFails(true, IDS_SHARE_ADD_FAILED);
-    }
-    EXPECT_TRUE(FileExists(m_program));
-    EXPECT_FALSE(FileExists(m_profile));
-    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
-}
-
-TEST_F(DesktopManagementFailure, OfTheProfileKeepsTheShare)
-{
-    const support::FailNth<"WritePrivateProfileStringA", decltype(WritePrivateProfileStringA)> fail(
-        self, 1, FALSE, ERROR_ACCESS_DENIED);
-    ExpectFails(true, IDS_CLIENT_PROFILE_FAILED);
-    EXPECT_TRUE(m_shares.Find("VTNDATA"));
-    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
-}
-
-TEST_F(DesktopManagementFailure, OfAProfileWithTooLongAPathIsTold)
-{
-    DesktopManagement settings = Settings(true);
-    // The client can be copied there, but no profile can be named.
-    settings.scriptDirectory = m_scripts.Path();
-    while (settings.scriptDirectory.size() < MAX_PATH)
-        settings.scriptDirectory += "\\.";
-    const support::FailNth<"CopyFileA", decltype(CopyFileA)> copied(self, 1, TRUE);
-    EXPECT_THROW(
-        {
-            try {
-                settings.Save(DESKTOP_SWITCHED);
-            } catch (ConfigurationError error) {
-                EXPECT_EQ(error, IDS_CLIENT_PROFILE_FAILED);
-                throw;
-            }
-        },
-        ConfigurationError);
-}
-
-TEST_F(DesktopManagementFailure, OfTheNullSessionSharesKeepsEverythingBefore)
-{
-    m_server.Delete();
-    ExpectFails(true, IDS_ACCESS_DENIED);
-    EXPECT_TRUE(FileExists(m_profile));
-    EXPECT_TRUE(m_shares.Find("VTNDATA"));
-}
-
-TEST_F(DesktopManagementFailure, OfDeletingTheClientKeepsTheShare)
-{
-    On();
-    const HANDLE inUse =
-        CreateFileA(m_program.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    ExpectFails(false, IDS_CLIENT_DELETE_FAILED);
-    CloseHandle(inUse);
-    EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
-    ExpectAbsent(m_agent, clientIniValue);
-    EXPECT_TRUE(m_shares.Find("VTNDATA"));
-}
-
-TEST_F(DesktopManagementFailure, OfDeletingTheClientIncludesAMissingDirectory)
-{
-    DesktopManagement settings = Settings(false);
-    settings.scriptDirectory = m_scripts.File("absent");
-    EXPECT_THROW(settings.Save(DESKTOP_SWITCHED), ConfigurationError);
-    EXPECT_TRUE(m_shares.Calls().empty());
-}
-
-TEST_F(DesktopManagementFailure, OfDeletingTheShareKeepsTheProfile)
-{
-    const std::optional<std::string> profile = On().clientProfile;
-    for (const NET_API_STATUS status :
-         {NET_API_STATUS{ERROR_ACCESS_DENIED}, NET_API_STATUS{NERR_DuplicateShare}}) {
-        m_shares.Fail("NetShareDel", status);
-        ExpectFails(false, IDS_SHARE_DELETE_FAILED);
-    }
-    EXPECT_FALSE(FileExists(m_program));
-    EXPECT_EQ(ReadBytes(m_profile), profile);
-    ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$", "VTNDATA"});
-}
-
-// Whatever stopped it: once that is out of the way, saving again gives what it would have given at once.
-TEST_F(DesktopManagementFailure, IsMadeUpForByTheNextSave)
-{
-    const DomainState off = State();
-    const DomainState on = On();
-    SwitchOff();
-    m_shares.Fail("NetShareAdd", ERROR_ACCESS_DENIED);
-    ExpectFails(true, IDS_SHARE_ADD_FAILED);
-    m_shares.Fail("NetShareAdd", NERR_Success);
-    SwitchOn();
-    EXPECT_EQ(State(), on);
-    m_shares.Fail("NetShareDel", ERROR_ACCESS_DENIED);
-    ExpectFails(false, IDS_SHARE_DELETE_FAILED);
-    m_shares.Fail("NetShareDel", NERR_Success);
-    SwitchOff();
-    EXPECT_EQ(State().nullSessionShares, off.nullSessionShares);
-    EXPECT_EQ(State().share, off.share);
-    EXPECT_EQ(State().clientProgram, off.clientProgram);
 }
 
 } // namespace

@@ -1,11 +1,9 @@
-// What a login script may be, and what becomes of one that cannot be updated.
+// What a login script may be, and which machine it calls.
 #include "desktop/LoginScript.h"
 
 #include "ScriptTexts.h"
 #include "support/FailNth.h"
-#include "support/SystemFunction.h"
 #include "support/TestDirectory.h"
-#include "sysaccess/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 
@@ -18,21 +16,10 @@ using support::WriteBytes;
 const HMODULE self = GetModuleHandleA(nullptr);
 
 using FailOpen = support::FailNth<"CreateFileA", decltype(CreateFileA)>;
-using FailWrite = support::FailNth<"WriteFile", decltype(WriteFile)>;
 
 class LoginScript : public testing::Test
 {
   protected:
-    void ExpectUpdateFails(bool isOn, support::Location where = support::Location::current())
-    {
-        try {
-            UpdateLoginScript(m_path, "SRV1", isOn);
-            support::ReportFailure(where, "nothing was thrown");
-        } catch (ConfigurationError error) {
-            support::ExpectEqual(IDS_SCRIPT_UPDATE_FAILED, error, "error", where);
-        }
-    }
-
     support::TestDirectory m_directory;
     std::string m_path = m_directory.File("LOGIN.BAT");
 };
@@ -55,92 +42,7 @@ TEST(BatchFile, IsNothingElse)
         EXPECT_FALSE(IsBatchFile(path)) << path;
 }
 
-// --- updates that fail
-
-// Some systems let their administrator write to read-only files; Windows does not.
-HANDLE WINAPI OpenAsWindowsDoes(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                                DWORD disposition, DWORD attributes, HANDLE pattern)
-{
-    static auto* const open = support::SystemFunction<decltype(CreateFileA)>("kernel32", "CreateFileA");
-    const DWORD found = GetFileAttributesA(path);
-    const bool isReadOnly = found != INVALID_FILE_ATTRIBUTES && (found & FILE_ATTRIBUTE_READONLY) != 0;
-    if (!isReadOnly || (access & GENERIC_WRITE) == 0)
-        return open(path, access, share, security, disposition, attributes, pattern);
-    SetLastError(ERROR_ACCESS_DENIED);
-    return INVALID_HANDLE_VALUE;
-}
-
-TEST_F(LoginScriptUpdate, AReadOnlyScriptIsRefusedAndLeftAsItIs)
-{
-    WriteBytes(m_path, house);
-    SetFileAttributesA(m_path.c_str(), FILE_ATTRIBUTE_READONLY);
-    const support::ReplacedImport open(self, "CreateFileA", &OpenAsWindowsDoes);
-    ExpectUpdateFails(true);
-    EXPECT_EQ(ReadBytes(m_path), house);
-    EXPECT_NE(GetFileAttributesA(m_path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
-}
-
-TEST_F(LoginScriptUpdate, AScriptThatAnotherProgramHasLockedIsRefusedAndLeftAsItIs)
-{
-    WriteBytes(m_path, house);
-    const HANDLE lock =
-        CreateFileA(m_path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    ExpectUpdateFails(true);
-    CloseHandle(lock);
-    EXPECT_EQ(ReadBytes(m_path), house);
-}
-
-TEST_F(LoginScriptUpdate, ADirectoryOfThatNameIsRefused)
-{
-    CreateDirectoryA(m_path.c_str(), nullptr);
-    ExpectUpdateFails(true);
-    EXPECT_TRUE(FileExists(m_path));
-}
-
-TEST_F(LoginScriptUpdate, AMissingDirectoryIsRefused)
-{
-    m_path = m_directory.File("absent\\LOGIN.BAT");
-    ExpectUpdateFails(true);
-    ExpectUpdateFails(false);
-}
-
-TEST_F(LoginScriptUpdate, APathThatIsTooLongIsRefused)
-{
-    m_path = m_directory.File(std::string(700, 'a') + ".BAT");
-    ExpectUpdateFails(true);
-}
-
-// Opened for reading and for writing, first to take the block out and then to put it in.
-TEST_F(LoginScriptUpdate, AFailureToOpenTheScriptLeavesItAsItIs)
-{
-    WriteBytes(m_path, block + house);
-    {
-        const FailOpen fail(self, 1, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-        ExpectUpdateFails(true);
-    }
-    EXPECT_EQ(ReadBytes(m_path), block + house);
-}
-
-TEST_F(LoginScriptUpdate, AFailureToOpenTheScriptAgainKeepsTheRemoval)
-{
-    WriteBytes(m_path, block + house);
-    {
-        const FailOpen fail(self, 3, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-        ExpectUpdateFails(true);
-    }
-    EXPECT_EQ(ReadBytes(m_path), house);
-}
-
-// A script that was written half way is worse than none: the engine deletes it.
-TEST_F(LoginScriptUpdate, AFailedWriteIsTold)
-{
-    for (const int write : {1, 2}) {
-        WriteBytes(m_path, house);
-        const FailWrite fail(self, write, FALSE, ERROR_DISK_FULL);
-        ExpectUpdateFails(true);
-        EXPECT_FALSE(FileExists(m_path));
-    }
-}
+// --- what is written
 
 TEST_F(LoginScriptUpdate, SwitchingOffWithoutAScriptLeavesNoFileBehind)
 {

@@ -10,27 +10,27 @@
 #include <gtest/gtest.h>
 #include <ostream>
 
-// Everything that desktop management changes.
+// Everything that desktop management changes, in the order in which a save does.
 struct DomainState
 {
     std::optional<std::string> script;
-    std::optional<std::string> clientProgram;
-    std::optional<std::string> clientProfile;
     std::optional<support::StoredValue> record;
-    std::optional<support::StoredValue> nullSessionShares;
+    std::optional<std::string> clientProgram;
     std::optional<support::SharedDirectory> share;
+    std::optional<std::string> clientProfile;
+    std::optional<support::StoredValue> nullSessionShares;
 
     bool operator==(const DomainState&) const = default;
 };
 
 inline std::ostream& operator<<(std::ostream& out, const DomainState& state)
 {
-    return out << "script " << testing::PrintToString(state.script) << "\n  program "
-               << testing::PrintToString(state.clientProgram) << "\n  profile "
-               << testing::PrintToString(state.clientProfile) << "\n  record "
-               << testing::PrintToString(state.record) << "\n  null sessions "
-               << testing::PrintToString(state.nullSessionShares) << "\n  share "
-               << testing::PrintToString(state.share);
+    return out << "script " << testing::PrintToString(state.script) << "\n  record "
+               << testing::PrintToString(state.record) << "\n  program "
+               << testing::PrintToString(state.clientProgram) << "\n  share "
+               << testing::PrintToString(state.share) << "\n  profile "
+               << testing::PrintToString(state.clientProfile) << "\n  null sessions "
+               << testing::PrintToString(state.nullSessionShares);
 }
 
 class TestDomain : public testing::Test
@@ -61,11 +61,11 @@ class TestDomain : public testing::Test
     [[nodiscard]] DomainState State() const
     {
         return {.script = support::ReadBytes(m_script),
-                .clientProgram = support::ReadBytes(m_program),
-                .clientProfile = support::ReadBytes(m_profile),
                 .record = m_agent.Value(clientIniValue),
-                .nullSessionShares = m_server.Value("NullSessionShares"),
-                .share = m_shares.Find("VTNDATA")};
+                .clientProgram = support::ReadBytes(m_program),
+                .share = m_shares.Find("VTNDATA"),
+                .clientProfile = support::ReadBytes(m_profile),
+                .nullSessionShares = m_server.Value("NullSessionShares")};
     }
 
     support::TestDirectory m_windows;
