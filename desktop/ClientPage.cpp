@@ -13,6 +13,8 @@ constexpr char pathCharacters[] = "`!@#$%()_-{}~' :\\/.";
 
 } // namespace
 
+IMPLEMENT_DYNAMIC(CVtnClientPropPage, CPropertyPage)
+
 BEGIN_MESSAGE_MAP(CVtnClientPropPage, CVtnPropPage)
     ON_BN_CLICKED(IDC_CLIENT_ENABLE, &CVtnClientPropPage::OnEnable)
     ON_BN_CLICKED(IDC_CLIENT_BROWSE, &CVtnClientPropPage::OnBrowse)
@@ -49,7 +51,8 @@ BOOL CVtnClientPropPage::OnInitDialog()
 {
     CVtnPropPage::OnInitDialog();
     m_scriptEdit.SubclassFiltered(IDC_CLIENT_SCRIPT, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
-    ShowScript();
+    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
+    SelectScript();
     const bool wasOn = DesktopManagement::IsRecorded();
     m_settings.isOn = wasOn || m_isClientStart;
     // Switched on here, but not as by the user: the script and its record are left alone until they are
@@ -93,20 +96,15 @@ void CVtnClientPropPage::OnBrowse()
     if (dialog.DoModal() != IDOK)
         return;
     m_settings.scriptPath = dialog.GetPathName();
-    ShowScript();
-    UpdateData(TRUE);
+    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
+    UpdateData(TRUE); // tells at once of a path that is too long
+    SelectScript();
     m_changes |= DESKTOP_SCRIPT;
 }
 
 void CVtnClientPropPage::OnScriptUpdate()
 {
     m_changes |= DESKTOP_SCRIPT;
-}
-
-void CVtnClientPropPage::ShowScript()
-{
-    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
-    SelectScript();
 }
 
 void CVtnClientPropPage::SelectScript()

@@ -10,6 +10,8 @@
 
 class CVtnClientPropPage : public CVtnPropPage
 {
+    DECLARE_DYNAMIC(CVtnClientPropPage)
+
   public:
     // Finds the script; throws ConfigurationError.
     CVtnClientPropPage();
@@ -31,7 +33,6 @@ class CVtnClientPropPage : public CVtnPropPage
     DECLARE_MESSAGE_MAP()
 
   private:
-    void ShowScript();
     void SelectScript();
     // Only a script that is in use can be changed.
     void UpdateControls();

@@ -1,5 +1,7 @@
-// The Desktop Mgmt page through its window: what it shows, switches and saves.
+// The Desktop Mgmt page through its window: what it shows, and how the applet was opened.
 #include "applet/ClientPageTest.h"
+
+#include <htmlhelp.h>
 
 namespace {
 
@@ -9,17 +11,6 @@ using support::ExpectString;
 using support::FileExists;
 using support::ReadBytes;
 using support::WriteBytes;
-
-constexpr char caption[] = "Norvale Management Agents";
-constexpr char enabledNote[] =
-    "Enabling Desktop Management will only update an existing script or create a new script.  It will not "
-    "setup login script processing.\n\nPlease use the User Manager for Domains application to setup login "
-    "script processing.";
-constexpr char nameInvalid[] =
-    "Filename error or file could not be opened.  Only batch (.BAT) files are allowed.";
-
-const support::ShownBox note{nullptr, enabledNote, caption, MB_ICONINFORMATION};
-const support::ShownBox refusal{nullptr, nameInvalid, caption, MB_ICONEXCLAMATION};
 
 // --- what it shows
 
@@ -47,9 +38,7 @@ TEST_F(ClientPage, ShowsTheRecordedScriptSwitchedOn)
 TEST_F(ClientPage, SelectsTheWholePath)
 {
     const DialogDriver page = OpenSwitchedOn();
-    const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
-    EXPECT_EQ(LOWORD(selection), 0);
-    EXPECT_EQ(HIWORD(selection), m_script.size());
+    ExpectWholePathSelected(page);
     m_host.PressCancel();
 }
 
@@ -87,92 +76,30 @@ TEST_F(ClientPage, AMissingAgentKeyIsToldInPlaceOfTheSheet)
     EXPECT_EQ(m_host.WaitForEnd(), 0);
 }
 
-// --- switching on and off
-
-TEST_F(ClientPage, SwitchingOnTellsWhatItDoesNotDoAndFreesTheControls)
+TEST_F(ClientPage, ShowsItsHelpTopicForTheButtonAndF1)
 {
-    const DialogDriver page = Open();
-    m_boxes.Answer(IDOK);
-    page.Check(IDC_CLIENT_ENABLE);
-    support::ExpectBoxes(m_boxes, {note});
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT));
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_BROWSE));
-    page.Uncheck(IDC_CLIENT_ENABLE);
-    EXPECT_FALSE(page.IsEnabled(IDC_CLIENT_SCRIPT));
-    EXPECT_FALSE(page.IsEnabled(IDC_CLIENT_BROWSE));
+    const support::HelpRecorder help(m_host.Module());
+    Open();
+    m_host.Sheet().Click(IDHELP);
+    m_host.PressKey(VK_F1);
+    ASSERT_EQ(help.Requests().size(), 2U);
+    for (const support::HelpRequest& request : help.Requests()) {
+        EXPECT_EQ(request.topic, "html\\vtnm2zvy.htm");
+        EXPECT_EQ(request.command, UINT{HH_DISPLAY_TOPIC});
+        EXPECT_EQ(request.owner, nullptr);
+    }
     m_host.PressCancel();
 }
 
-TEST_F(ClientPage, OkAfterSwitchingOnSavesEveryStep)
+TEST_F(ClientPage, ShowsNoHelpWhileThePathIsRefused)
 {
-    const DialogDriver page = Open();
+    const support::HelpRecorder help(m_host.Module());
+    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, "LOGIN.txt");
     m_boxes.Answer(IDOK);
-    page.Check(IDC_CLIENT_ENABLE);
-    m_host.PressOk();
-    ExpectString(m_machine.hostAgent, "ClientIni", m_script);
-    EXPECT_EQ(ReadBytes(m_script).value_or("").substr(0, 11), "rem VORTAN:");
-    EXPECT_EQ(ReadBytes(m_scripts.File("VTNCLNT.EXE")), "the client");
-    EXPECT_TRUE(FileExists(m_scripts.File("VTNCLNT.INI")));
-    EXPECT_TRUE(m_shares.Find("VTNDATA"));
-    support::ExpectMultiString(m_server, "NullSessionShares", {"VTNDATA"});
-}
-
-TEST_F(ClientPage, OkAfterSwitchingOffUndoesEveryStep)
-{
-    WriteBytes(m_script, "@echo off\r\n");
-    const DialogDriver page = Open();
-    m_boxes.Answer(IDOK);
-    page.Check(IDC_CLIENT_ENABLE);
-    m_host.PressOk();
-    Open().Uncheck(IDC_CLIENT_ENABLE);
-    m_host.PressOk();
-    ExpectSwitchedOff();
-    EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
-}
-
-TEST_F(ClientPage, CancelAfterSwitchingOnChangesNothing)
-{
-    const DialogDriver page = Open();
-    m_boxes.Answer(IDOK);
-    page.Check(IDC_CLIENT_ENABLE);
+    m_host.Sheet().Click(IDHELP);
+    support::ExpectBoxes(m_boxes, {nameRefusal});
+    EXPECT_TRUE(help.Requests().empty());
     m_host.PressCancel();
-    ExpectSwitchedOff();
-    EXPECT_FALSE(FileExists(m_script));
-}
-
-TEST_F(ClientPage, OkOnAnUntouchedPageChangesNothing)
-{
-    OpenSwitchedOn();
-    m_host.PressOk();
-    EXPECT_FALSE(FileExists(m_script));
-    EXPECT_FALSE(m_shares.Find("VTNDATA"));
-}
-
-TEST_F(ClientPage, SwitchedTwiceItRewritesTheScriptAndLeavesFilesAndShareAlone)
-{
-    const DialogDriver page = OpenSwitchedOn();
-    page.Uncheck(IDC_CLIENT_ENABLE);
-    m_boxes.Answer(IDOK);
-    page.Check(IDC_CLIENT_ENABLE);
-    m_host.PressOk();
-    EXPECT_TRUE(FileExists(m_script));
-    ExpectString(m_machine.hostAgent, "ClientIni", m_script);
-    EXPECT_FALSE(FileExists(m_scripts.File("VTNCLNT.EXE")));
-    EXPECT_FALSE(m_shares.Find("VTNDATA"));
-}
-
-TEST_F(ClientPage, AFailedStepEndsTheSheetWithItsText)
-{
-    const DialogDriver page = Open();
-    m_boxes.Answer(IDOK).Answer(IDOK);
-    page.Check(IDC_CLIENT_ENABLE);
-    m_shares.Fail("NetShareAdd", ERROR_ACCESS_DENIED);
-    m_host.PressOk();
-    support::ExpectBoxes(m_boxes, {note,
-                                   {nullptr,
-                                    "Cannot create Desktop Management Discovery shared directory\n"
-                                    "%SystemRoot%\\System32\\VTNMGMT\\VTNDATA.",
-                                    "Management Agents Error", MB_ICONHAND}});
 }
 
 // --- opened to switch desktop management on
@@ -183,14 +110,19 @@ class ClientStart : public ClientPage
     ClientStart() { m_host.SetCommandLine("control.exe vtnmgmt.cpl /client /SETUP"); }
 };
 
-TEST_F(ClientStart, ShowsThePageSwitchedOnOnEveryServer)
+TEST_F(ClientStart, ShowsThePageSwitchedOnAndSaysNothing)
 {
-    m_machine.productOptions.SetString("ProductType", "ServerNT");
-    const DialogDriver page = Open();
-    EXPECT_TRUE(page.IsChecked(IDC_CLIENT_ENABLE));
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT));
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_BROWSE));
-    m_host.PressCancel();
+    for (const char* product : {"LanmanNT", "ServerNT"}) {
+        m_machine.productOptions.SetString("ProductType", product);
+        const DialogDriver page = Open();
+        EXPECT_TRUE(page.IsChecked(IDC_CLIENT_ENABLE)) << product;
+        EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT)) << product;
+        EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_BROWSE)) << product;
+        EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_script) << product;
+        ExpectWholePathSelected(page);
+        m_host.PressCancel();
+    }
+    EXPECT_TRUE(m_boxes.Shown().empty());
 }
 
 TEST_F(ClientStart, OkSharesAndCopiesButLeavesScriptAndRecordAlone)
@@ -201,6 +133,33 @@ TEST_F(ClientStart, OkSharesAndCopiesButLeavesScriptAndRecordAlone)
     EXPECT_TRUE(FileExists(m_scripts.File("VTNCLNT.EXE")));
     EXPECT_FALSE(FileExists(m_script));
     ExpectAbsent(m_machine.hostAgent, "ClientIni");
+}
+
+TEST_F(ClientStart, OkAfterTypingSavesTheScriptToo)
+{
+    Open().Type(IDC_CLIENT_SCRIPT, m_script); // in place of the selected text
+    m_host.PressOk();
+    ExpectString(m_machine.hostAgent, "ClientIni", m_script);
+    EXPECT_TRUE(FileExists(m_script));
+    EXPECT_TRUE(m_shares.Find("VTNDATA"));
+}
+
+TEST_F(ClientStart, SwitchingOffAgainLeavesFilesAndShareAlone)
+{
+    WriteBytes(m_scripts.File("VTNCLNT.EXE"), "somebody's");
+    Open().Uncheck(IDC_CLIENT_ENABLE);
+    m_host.PressOk();
+    EXPECT_EQ(ReadBytes(m_scripts.File("VTNCLNT.EXE")), "somebody's");
+    EXPECT_FALSE(FileExists(m_script));
+    ExpectAbsent(m_machine.hostAgent, "ClientIni");
+}
+
+TEST_F(ClientStart, APageThatIsNeverTurnedToChangesNothing)
+{
+    m_host.Open();
+    m_host.PressOk();
+    EXPECT_FALSE(m_shares.Find("VTNDATA"));
+    EXPECT_FALSE(FileExists(m_scripts.File("VTNCLNT.EXE")));
 }
 
 TEST_F(ClientStart, ChangesNothingWhereDesktopManagementIsOn)

@@ -6,6 +6,16 @@
 #include "support/ShareScript.h"
 #include "support/TestDirectory.h"
 
+inline const support::ShownBox enabledNote{
+    nullptr,
+    "Enabling Desktop Management will only update an existing script or create a new script.  It will not "
+    "setup login script processing.\n\nPlease use the User Manager for Domains application to setup login "
+    "script processing.",
+    "Norvale Management Agents", MB_ICONINFORMATION};
+inline const support::ShownBox nameRefusal{
+    nullptr, "Filename error or file could not be opened.  Only batch (.BAT) files are allowed.",
+    "Norvale Management Agents", MB_ICONEXCLAMATION};
+
 // A domain controller whose NETLOGON share is a directory of the test; the sheet asks nothing at its end.
 class ClientPage : public AppletTest
 {
@@ -31,6 +41,24 @@ class ClientPage : public AppletTest
     {
         m_machine.hostAgent.SetString("ClientIni", m_script);
         return Open();
+    }
+
+    // Opens the page of a machine on which desktop management is off, and switches it on.
+    support::DialogDriver OpenAndSwitchOn()
+    {
+        const support::DialogDriver page = Open();
+        m_boxes.Answer(IDOK);
+        page.Check(IDC_CLIENT_ENABLE);
+        return page;
+    }
+
+    // Fails the test at the caller's line unless all of the path in the field is selected.
+    static void ExpectWholePathSelected(const support::DialogDriver& page,
+                                        support::Location where = support::Location::current())
+    {
+        const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
+        support::ExpectEqual<LRESULT>(MAKELONG(0, page.Text(IDC_CLIENT_SCRIPT).size()), selection,
+                                      "selection", where);
     }
 
     void ExpectSwitchedOff()

@@ -1,4 +1,4 @@
-// The login script's path on the Desktop Mgmt page: typed, browsed for, and checked when the page is left.
+// The login script's path on the Desktop Mgmt page: typed, on the network, and browsed for.
 #include "applet/ClientPageTest.h"
 
 // It needs windows.h before it.
@@ -7,22 +7,9 @@
 namespace {
 
 using support::DialogDriver;
-using support::ExpectAbsent;
 using support::ExpectString;
 using support::FileExists;
 using support::ReadBytes;
-using support::WriteBytes;
-
-constexpr char caption[] = "Norvale Management Agents";
-constexpr char enabledNote[] =
-    "Enabling Desktop Management will only update an existing script or create a new script.  It will not "
-    "setup login script processing.\n\nPlease use the User Manager for Domains application to setup login "
-    "script processing.";
-constexpr char nameInvalid[] =
-    "Filename error or file could not be opened.  Only batch (.BAT) files are allowed.";
-
-const support::ShownBox note{nullptr, enabledNote, caption, MB_ICONINFORMATION};
-const support::ShownBox refusal{nullptr, nameInvalid, caption, MB_ICONEXCLAMATION};
 
 // --- the path
 
@@ -49,14 +36,16 @@ TEST_F(ClientPage, ATypedPathIsUpdatedAndRecorded)
     EXPECT_FALSE(m_shares.Find("VTNDATA"));
 }
 
-TEST_F(ClientPage, ANetworkPathIsTakenAsItIs)
+TEST_F(ClientPage, ANetworkPathCanBeTypedLeftAndSaved)
 {
-    // Wine and Windows both serve this form of a local path without a network.
-    const std::string path = "\\\\?\\" + m_scripts.File("LOGIN.BAT");
-    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, path);
+    const support::NetworkDirectory network("netlogon");
+    const std::string path = network.File("LOGIN.BAT");
+    OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, path);
+    EXPECT_TRUE(m_host.TurnTo("Storage"));
+    EXPECT_FALSE(FileExists(path));
     m_host.PressOk();
+    EXPECT_EQ(ReadBytes(path).value_or("").substr(0, 11), "rem VORTAN:");
     ExpectString(m_machine.hostAgent, "ClientIni", path);
-    EXPECT_TRUE(FileExists(m_script));
 }
 
 class ScriptPathLength : public ClientPage
@@ -89,60 +78,6 @@ TEST_F(ScriptPathLength, MayNotBe257)
     m_boxes.Answer(IDOK);
     EXPECT_FALSE(m_host.TurnTo("Storage"));
     EXPECT_NE(m_boxes.Shown()[0].text.find("256"), std::string::npos);
-    m_host.PressCancel();
-}
-
-// --- leaving the page
-
-TEST_F(ClientPage, CannotBeLeftWithAnotherKindOfScript)
-{
-    const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
-    m_boxes.Answer(IDOK);
-    EXPECT_FALSE(m_host.TurnTo("Storage"));
-    support::ExpectBoxes(m_boxes, {refusal});
-    EXPECT_EQ(m_host.Thread().Focus(), page.Control(IDC_CLIENT_SCRIPT));
-    const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
-    EXPECT_EQ(HIWORD(selection) - LOWORD(selection), static_cast<int>(m_scripts.File("LOGIN.txt").size()));
-    m_host.PressCancel();
-}
-
-TEST_F(ClientPage, CannotBeLeftByOkWithAnotherKindOfScript)
-{
-    const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
-    m_boxes.Answer(IDOK);
-    m_host.Sheet().Click(IDOK);
-    support::ExpectBoxes(m_boxes, {refusal});
-    EXPECT_FALSE(m_host.HasEnded());
-    m_host.PressCancel();
-    ExpectString(m_machine.hostAgent, "ClientIni", m_script);
-}
-
-TEST_F(ClientPage, CannotBeLeftWithAScriptInAMissingDirectory)
-{
-    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, m_scripts.File("absent\\LOGIN.BAT"));
-    m_boxes.Answer(IDOK);
-    EXPECT_FALSE(m_host.TurnTo("Storage"));
-    support::ExpectBoxes(m_boxes, {refusal});
-    m_host.PressCancel();
-}
-
-TEST_F(ClientPage, CanBeLeftWithAnyPathWhileSwitchedOff)
-{
-    const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
-    page.Uncheck(IDC_CLIENT_ENABLE);
-    EXPECT_TRUE(m_host.TurnTo("Storage"));
-    m_host.PressCancel();
-}
-
-TEST_F(ClientPage, CanBeLeftWithAScriptThatIsNotThereAndMakesNone)
-{
-    OpenSwitchedOn();
-    EXPECT_TRUE(m_host.TurnTo("Storage"));
-    EXPECT_FALSE(FileExists(m_script));
-    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_CLIENT_SCRIPT), m_script);
     m_host.PressCancel();
 }
 
@@ -188,8 +123,7 @@ TEST_F(ClientBrowse, TakesTheChosenScript)
     const DialogDriver page = OpenSwitchedOn();
     page.Click(IDC_CLIENT_BROWSE);
     EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), s_choice);
-    const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
-    EXPECT_EQ(HIWORD(selection), s_choice.size());
+    ExpectWholePathSelected(page);
     m_host.PressOk();
     ExpectString(m_machine.hostAgent, "ClientIni", s_choice);
     EXPECT_TRUE(FileExists(s_choice));
@@ -203,6 +137,20 @@ TEST_F(ClientBrowse, CancelLeavesEverythingAsItWas)
     EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT));
     m_host.PressOk();
     EXPECT_FALSE(FileExists(m_script));
+}
+
+TEST_F(ClientBrowse, TellsAtOnceOfAPathThatIsTooLong)
+{
+    s_choice = m_scripts.Path() + "\\";
+    s_choice += std::string(257 - s_choice.size() - 4, 'a') + ".bat";
+    const DialogDriver page = OpenSwitchedOn();
+    m_boxes.Answer(IDOK);
+    page.Click(IDC_CLIENT_BROWSE);
+    ASSERT_EQ(m_boxes.Shown().size(), 1U);
+    EXPECT_NE(m_boxes.Shown()[0].text.find("256"), std::string::npos);
+    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), s_choice);
+    ExpectWholePathSelected(page);
+    m_host.PressCancel();
 }
 
 } // namespace
