@@ -1,0 +1,20 @@
+// The Desktop Mgmt page as its run-time class tells it.
+#include "desktop/ClientPage.h"
+
+#include "support/TestRegistry.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ClientPageClass, IsAPageOfItsOwnName)
+{
+    const support::SavedKey agents("SYSTEM\\CurrentControlSet\\Services\\VtMgHost");
+    agents.Subkey("VTNMHost").SetString(clientIniValue, "C:\\scripts\\LOGIN.BAT");
+    const CVtnClientPropPage page;
+    EXPECT_STREQ(page.GetRuntimeClass()->m_lpszClassName, "CVtnClientPropPage");
+    EXPECT_TRUE(page.IsKindOf(RUNTIME_CLASS(CVtnClientPropPage)));
+    EXPECT_TRUE(page.IsKindOf(RUNTIME_CLASS(CPropertyPage)));
+}
+
+} // namespace
