@@ -81,6 +81,15 @@ TEST_F(ScriptPathLength, MayNotBe257)
     m_host.PressCancel();
 }
 
+TEST_F(ScriptPathLength, IsNotLimitedWhileSwitchedOff)
+{
+    const DialogDriver page = OpenSwitchedOn();
+    page.SetText(IDC_CLIENT_SCRIPT, PathOf(300));
+    page.Uncheck(IDC_CLIENT_ENABLE);
+    EXPECT_TRUE(m_host.TurnTo("Storage"));
+    m_host.PressCancel();
+}
+
 // --- choosing a script
 
 // Answers the file dialog, which is Windows' own, with a path; none is Cancel.

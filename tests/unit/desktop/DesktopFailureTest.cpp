@@ -122,6 +122,16 @@ TEST_F(DesktopManagementFailure, OfTheScriptKeepsEverythingOn)
     CloseHandle(holder);
 }
 
+TEST_F(DesktopManagementFailure, OfTheRecordKeepsEverythingElseOn)
+{
+    SwitchOn();
+    m_agent.Delete();
+    ExpectThrows(Settings(false), everything, IDS_ACCESS_DENIED);
+    EXPECT_EQ(State().script, "@echo off\r\n");
+    EXPECT_TRUE(State().clientProgram);
+    EXPECT_TRUE(State().share);
+}
+
 TEST_F(DesktopManagementFailure, OfDeletingTheClientKeepsTheShare)
 {
     SwitchOn();

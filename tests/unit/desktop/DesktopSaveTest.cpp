@@ -228,6 +228,22 @@ TEST_F(DesktopManagementSave, AnotherKindOfScriptIsRecordedButNeverTouched)
     EXPECT_FALSE(FileExists(settings.scriptPath));
     ExpectString(m_agent, clientIniValue, settings.scriptPath);
     EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
+    WriteBytes(settings.scriptPath, Block());
+    settings.isOn = false;
+    settings.Save(everything);
+    EXPECT_EQ(ReadBytes(settings.scriptPath), Block());
+    ExpectAbsent(m_agent, clientIniValue);
+}
+
+TEST_F(DesktopManagementSave, NamingAnotherScriptLeavesTheFormerOneItsBlock)
+{
+    SwitchOn();
+    DesktopManagement settings = Settings(true);
+    settings.scriptPath = m_scripts.File("other.bat");
+    settings.Save(DESKTOP_SCRIPT);
+    EXPECT_EQ(ReadBytes(settings.scriptPath), Block());
+    EXPECT_EQ(ReadBytes(m_script), Block() + "@echo off\r\n");
+    ExpectString(m_agent, clientIniValue, settings.scriptPath);
 }
 
 TEST_F(DesktopManagementSave, TheClientFilesGoWhereTheScriptWasFoundNotWhereItIsChosen)
