@@ -64,6 +64,13 @@ void CListBox::GetText(int nIndex, CString& rString) const
     ReadText(*this, LB_GETTEXTLEN, LB_GETTEXT, nIndex, rString);
 }
 
+UINT CListBox::ItemFromPoint(CPoint pt, BOOL& bOutside) const
+{
+    const auto found = static_cast<DWORD>(SendMessage(LB_ITEMFROMPOINT, 0, MAKELPARAM(pt.x, pt.y)));
+    bOutside = HIWORD(found) != 0;
+    return LOWORD(found);
+}
+
 int CListBox::GetItemRect(int nIndex, LPRECT lpRect) const
 {
     return static_cast<int>(SendMessage(LB_GETITEMRECT, AsWParam(nIndex), reinterpret_cast<LPARAM>(lpRect)));

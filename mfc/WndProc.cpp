@@ -158,6 +158,11 @@ void CWnd::OnChar(UINT /*nChar*/, UINT /*nRepCnt*/, UINT /*nFlags*/)
     Default();
 }
 
+void CWnd::OnLButtonDown(UINT /*nFlags*/, CPoint /*point*/)
+{
+    Default();
+}
+
 void CWnd::DoDataExchange(CDataExchange* /*pDX*/) {}
 
 // Marks a window as exchanging for the length of a scope, nested exchanges included.

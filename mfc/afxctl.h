@@ -33,6 +33,11 @@ class CEdit : public CWnd
     void ReplaceSel(LPCSTR lpszNewText, BOOL bCanUndo = FALSE);
     // The most that the user can type, 0 for as much as there can be.
     void LimitText(int nChars = 0) { SendMessage(EM_LIMITTEXT, static_cast<WPARAM>(nChars)); }
+    // Room beside the text, in pixels.
+    void SetMargins(UINT nLeft, UINT nRight)
+    {
+        SendMessage(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELONG(nLeft, nRight));
+    }
     // The limit in force, in bytes.
     [[nodiscard]] UINT GetLimitText() const { return static_cast<UINT>(SendMessage(EM_GETLIMITTEXT)); }
 };
@@ -81,6 +86,9 @@ class CListBox : public CWnd
     // An item's text and its length in bytes; empty, and LB_ERR, for a position that does not exist.
     void GetText(int nIndex, CString& rString) const;
     [[nodiscard]] int GetTextLen(int nIndex) const { return AfxAskList(*this, LB_GETTEXTLEN, nIndex); }
+    // The item at, or else nearest to, a point in client coordinates; whether the point lies outside the
+    // list.
+    UINT ItemFromPoint(CPoint pt, BOOL& bOutside) const;
     // In the list's client coordinates.
     int GetItemRect(int nIndex, LPRECT lpRect) const;
     // One tab stop every so many dialog units.

@@ -2,7 +2,7 @@
 // function made for that handler's exact type, so a handler with the wrong signature does not compile.
 #pragma once
 
-#include "afx.h"
+#include "afxtypes.h"
 
 class CCmdTarget;
 
@@ -99,6 +99,18 @@ struct AfxHandler<Handler>
     }
 };
 
+template <class Target, void (Target::*Handler)(UINT, CPoint)>
+struct AfxHandler<Handler>
+{
+    static LRESULT Mouse(CCmdTarget& target, WPARAM wParam, LPARAM lParam)
+    {
+        // Left of or above the client area, coordinates are negative.
+        const CPoint point(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)));
+        (static_cast<Target&>(target).*Handler)(static_cast<UINT>(wParam), point);
+        return 0;
+    }
+};
+
 template <class Target, void (Target::*Handler)(UINT, UINT, UINT)>
 struct AfxHandler<Handler>
 {
@@ -173,5 +185,7 @@ struct AfxHandler<Handler>
 #define ON_WM_CREATE() {WM_CREATE, 0, 0, 0, &AfxHandler<&ThisClass::OnCreate>::Create},
 // void OnDestroy()
 #define ON_WM_DESTROY() {WM_DESTROY, 0, 0, 0, &AfxHandler<&ThisClass::OnDestroy>::Plain},
+// void OnLButtonDown(UINT nFlags, CPoint point)
+#define ON_WM_LBUTTONDOWN() {WM_LBUTTONDOWN, 0, 0, 0, &AfxHandler<&ThisClass::OnLButtonDown>::Mouse},
 // void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
 #define ON_WM_CHAR() {WM_CHAR, 0, 0, 0, &AfxHandler<&ThisClass::OnChar>::Char},

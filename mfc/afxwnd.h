@@ -147,6 +147,8 @@ class CWnd : public CCmdTarget
     int OnCreate(LPCREATESTRUCT lpCreateStruct);
     void OnDestroy();
     void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    // The point is in client coordinates.
+    void OnLButtonDown(UINT nFlags, CPoint point);
 
     // What a message is answered that a handler has thrown from, or that is not delivered because one has.
     virtual LRESULT FailureAnswer(UINT message, WPARAM wParam, LPARAM lParam) const;

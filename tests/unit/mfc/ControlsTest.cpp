@@ -47,6 +47,8 @@ TEST_F(Controls, HaveAnEditThatSelectsReplacesAndLimits)
     edit.GetSel(start, end);
     EXPECT_EQ(start, 0);
     EXPECT_EQ(end, 5);
+    edit.SetMargins(3, 2);
+    EXPECT_EQ(edit.SendMessage(EM_GETMARGINS), MAKELONG(3, 2));
     edit.LimitText(9);
     EXPECT_EQ(edit.GetLimitText(), 9U);
 }
@@ -96,6 +98,19 @@ TEST_F(Controls, HaveAListThatCanBeScrolledSideways)
     EXPECT_EQ(list.GetHorizontalExtent(), 0);
     list.SetHorizontalExtent(500);
     EXPECT_EQ(list.GetHorizontalExtent(), 500);
+}
+
+TEST_F(Controls, HaveAListThatFindsTheItemAtAPoint)
+{
+    list.AddString("a");
+    list.AddString("b");
+    CRect second;
+    list.GetItemRect(1, second);
+    BOOL isOutside = TRUE;
+    EXPECT_EQ(list.ItemFromPoint(second.CenterPoint(), isOutside), 1U);
+    EXPECT_FALSE(isOutside);
+    EXPECT_EQ(list.ItemFromPoint(CPoint(-5, -5), isOutside), 0U);
+    EXPECT_TRUE(isOutside);
 }
 
 TEST_F(Controls, HaveAComboBoxThatSelects)

@@ -11,6 +11,7 @@ class CHandlers : public CWnd
     void Plain() {}
     void WithId(UINT) {}
     LRESULT Message(WPARAM, LPARAM) { return 0; }
+    void Mouse(UINT, CPoint) {}
     int WithArgument(int) { return 0; }
 };
 
@@ -35,6 +36,12 @@ concept HandlesCreation = requires
     &AfxHandler<Handler>::Create;
 };
 
+template <auto Handler>
+concept HandlesMouse = requires
+{
+    &AfxHandler<Handler>::Mouse;
+};
+
 // An entry with a handler of the wrong type does not compile.
 static_assert(HandlesCommands<&CHandlers::Plain>);
 static_assert(!HandlesCommands<&CHandlers::WithId>);
@@ -44,6 +51,8 @@ static_assert(HandlesMessages<&CHandlers::Message>);
 static_assert(!HandlesMessages<&CHandlers::Plain>);
 static_assert(HandlesRanges<&CHandlers::WithId>);
 static_assert(!HandlesRanges<&CHandlers::Plain>);
+static_assert(HandlesMouse<&CHandlers::Mouse>);
+static_assert(!HandlesMouse<&CHandlers::WithId>);
 static_assert(!HandlesCreation<&CHandlers::WithArgument>);
 
 // Notes which handler ran.

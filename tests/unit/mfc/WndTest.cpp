@@ -33,11 +33,19 @@ class CWatched : public CEdit
         if (nChar != 'x')
             CEdit::OnChar(nChar, nRepCnt, nFlags);
     }
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point)
+    {
+        m_flags = nFlags;
+        m_point = point;
+        CEdit::OnLButtonDown(nFlags, point);
+    }
     void PostNcDestroy() override { m_gone = m_hWnd == nullptr; }
 
     CWnd* m_self = nullptr;
     int m_width = 0;
     UINT m_char = 0;
+    UINT m_flags = 0;
+    CPoint m_point;
     bool m_refused = false;
     bool m_destroyed = false;
     bool m_gone = false;
@@ -49,6 +57,7 @@ BEGIN_MESSAGE_MAP(CWatched, CEdit)
     ON_WM_CREATE()
     ON_WM_DESTROY()
     ON_WM_CHAR()
+    ON_WM_LBUTTONDOWN()
 END_MESSAGE_MAP()
 
 struct WndTest : testing::Test
@@ -169,6 +178,20 @@ TEST_F(WndTest, SeesAndPassesOnTheMessagesOfATakenWindow)
 
     EXPECT_EQ(edit.m_char, static_cast<UINT>('x'));
     EXPECT_EQ(text, "a");
+}
+
+TEST_F(WndTest, SeesWhereTheMouseIsPressedAndPassesItOn)
+{
+    CWatched edit;
+    edit.SubclassWindow(MakeEdit());
+    edit.SetWindowText("text");
+    edit.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(-7, 3));
+
+    EXPECT_EQ(edit.m_flags, static_cast<UINT>(MK_LBUTTON));
+    EXPECT_EQ(edit.m_point.x, -7);
+    EXPECT_EQ(edit.m_point.y, 3);
+    EXPECT_EQ(::GetCapture(), edit.m_hWnd);
+    edit.SendMessage(WM_LBUTTONUP);
 }
 
 TEST_F(WndTest, ChangesNothingWhenItTakesItsOwnWindowAgain)
