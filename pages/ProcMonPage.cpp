@@ -7,6 +7,8 @@
 
 BEGIN_MESSAGE_MAP(ProcMonPage, CVtnPropPage)
     ON_BN_CLICKED(IDC_PROCMON_ADD, &ProcMonPage::OnAdd)
+    // As it tells of its focus, the button calls a second click that follows quickly by another name.
+    ON_BN_DOUBLECLICKED(IDC_PROCMON_ADD, &ProcMonPage::OnAdd)
     ON_BN_CLICKED(IDC_PROCMON_DELETE, &ProcMonPage::OnDelete)
     ON_CONTROL_RANGE(BN_CLICKED, IDC_PROCMON_NONE, IDC_PROCMON_START_STOP, &ProcMonPage::OnOptionChanged)
     ON_EN_KILLFOCUS(IDC_PROCMON_NEW_NAME, &ProcMonPage::OnEditKillFocus)

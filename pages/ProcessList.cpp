@@ -41,6 +41,7 @@ CString LowerCase(const char* name)
 
 BEGIN_MESSAGE_MAP(ProcessList, CListBox)
     ON_CONTROL_REFLECT(LBN_SELCHANGE, &ProcessList::OnSelectionChanged)
+    ON_WM_LBUTTONDOWN()
 END_MESSAGE_MAP()
 
 CString ProcessList::OptionText(int option) const
@@ -210,6 +211,25 @@ void ProcessList::OnSelectionChanged()
     m_current = GetCurSel();
     UpdateDeleteButton();
     ShowOption();
+}
+
+// While a name is being typed, the click's taking of the focus ends that, which moves the lines: the one that
+// was clicked is looked for again.
+void ProcessList::OnLButtonDown(UINT nFlags, CPoint point)
+{
+    if (!IsAdding()) {
+        CListBox::OnLButtonDown(nFlags, point);
+        return;
+    }
+    BOOL isOutside = FALSE;
+    CString clicked;
+    GetText(static_cast<int>(ItemFromPoint(point, isOutside)), clicked);
+    SetFocus();
+    const int line = isOutside ? LB_ERR : FindStringExact(-1, clicked);
+    if (line == LB_ERR)
+        return;
+    SetCurSel(line);
+    OnSelectionChanged();
 }
 
 void ProcessList::SelectCurrent()

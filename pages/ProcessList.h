@@ -47,6 +47,7 @@ class ProcessList : public CListBox
 
   protected:
     afx_msg void OnSelectionChanged();
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
 
     DECLARE_MESSAGE_MAP()
 

@@ -53,6 +53,21 @@ class ProcMonPageTest : public AppletTest
         return GetDlgItem(Page().Control(IDC_PROCMON_LIST), IDC_PROCMON_NEW_NAME);
     }
 
+    // Presses the left mouse button over a point of a window, from its client area's corner, and lets go.
+    void ClickAt(HWND window, LPARAM point, UINT pressed = WM_LBUTTONDOWN) const
+    {
+        PostMessageA(window, pressed, MK_LBUTTON, point);
+        PostMessageA(window, WM_LBUTTONUP, 0, point);
+        m_host.Thread().Settle();
+    }
+    void ClickRow(int row) const
+    {
+        const HWND list = Page().Control(IDC_PROCMON_LIST);
+        RECT place{};
+        support::SendWithin(list, LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+        ClickAt(list, MAKELPARAM(place.right - 5, place.top + 3));
+    }
+
     void PressAdd() const { Page().Click(IDC_PROCMON_ADD); }
     void Press(WORD key) const { m_host.PressKey(key); }
 
