@@ -13,6 +13,8 @@ namespace {
 
 constexpr int optionColumn = 80; // dialog units from the list's left edge
 
+constexpr UINT itemMargin = 1; // pixels from a line's left edge to its text
+
 // A list box redraws at every line that it is given: with thousands of them for seconds.
 class RedrawPause
 {
@@ -152,6 +154,7 @@ void ProcessList::PlaceOverCurrent(CEdit& edit)
     place.right = place.right / 5 * 2;
     edit.SetParent(this);
     edit.SetWindowText("");
+    edit.SetMargins(itemMargin, 0);
     edit.MoveWindow(place);
     edit.ShowWindow(SW_SHOW);
     edit.BringWindowToTop();

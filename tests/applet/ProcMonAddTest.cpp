@@ -62,6 +62,21 @@ TEST_F(ProcMonAdd, TheEditCoversTwoFifthsOfTheItem)
     m_host.PressCancel();
 }
 
+TEST_F(ProcMonAdd, WhatIsTypedStandsWhereTheItemsNameWill)
+{
+    OpenAndType("");
+    RECT item{};
+    support::SendWithin(Page().Control(IDC_PROCMON_LIST), LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&item));
+    RECT edit{};
+    GetClientRect(InPlaceEdit(), &edit);
+    RECT text{};
+    support::SendWithin(InPlaceEdit(), EM_GETRECT, 0, reinterpret_cast<LPARAM>(&text));
+    EXPECT_EQ(edit.bottom, item.bottom - item.top);
+    EXPECT_EQ(text.left, 1);
+    EXPECT_EQ(text.top, 0);
+    m_host.PressCancel();
+}
+
 // --- every way to end it
 
 TEST_F(ProcMonAdd, TheEnterButtonAddsTheTrimmedNameInSmallLetters)
@@ -136,6 +151,25 @@ TEST_F(ProcMonAdd, SwitchingToAnotherProgramAddsTheName)
                                        nullptr, nullptr);
     SetForegroundWindow(other);
     EXPECT_TRUE(support::WaitUntil([&] { return InPlaceEdit() == nullptr; }));
+    m_host.Thread().Settle();
+    EXPECT_EQ(GetForegroundWindow(), other);
+    DestroyWindow(other);
+    m_host.Thread().Settle();
+    ExpectAdded();
+    m_host.PressOk();
+    ExpectStored("\x80myapp.exe\0"s);
+}
+
+TEST_F(ProcMonAdd, SwitchingToAnotherProgramFromTheEnterButtonAddsTheName)
+{
+    OpenAndType(typedName);
+    Page().Focus(IDC_PROCMON_ADD);
+    const HWND other = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                                       nullptr, nullptr);
+    SetForegroundWindow(other);
+    EXPECT_TRUE(support::WaitUntil([&] { return InPlaceEdit() == nullptr; }));
+    m_host.Thread().Settle();
+    EXPECT_EQ(GetForegroundWindow(), other);
     DestroyWindow(other);
     m_host.Thread().Settle();
     ExpectAdded();
@@ -260,6 +294,56 @@ TEST_F(ProcMonAdd, OfANameWithATabThePartBeforeItCounts)
     m_host.PressOk();
     ExpectStored("\x80"s
                  "a\0"s);
+}
+
+// A list box's search for an empty text finds nothing.
+TEST_F(ProcMonAdd, AStoredItemWithoutANameIsNotTheNewOne)
+{
+    Store("\x83\0\x01"s
+          "a\0"s);
+    Open();
+    PressAdd();
+    EXPECT_EQ(Items(), (Rows{"\tNone", "\tStart & Stop", "a\tStart"}));
+    EXPECT_EQ(Page().Selection(IDC_PROCMON_LIST), 0);
+    EXPECT_FALSE(Page().IsEnabled(IDC_PROCMON_DELETE));
+    Type("b");
+    PressAdd();
+    EXPECT_EQ(Items(), (Rows{"\tStart & Stop", "a\tStart", "b\tNone"}));
+    m_host.Sheet().Click(IDOK);
+    m_host.PressOk();
+    ExpectStored("\x01"s
+                 "a\0\x80"s
+                 "b\0"s);
+}
+
+TEST_F(ProcMonAdd, WorksInAListThatWasEmptied)
+{
+    Store("\x81"s
+          "a\0"s);
+    Open();
+    Page().Click(IDC_PROCMON_DELETE);
+    Page().Click(IDC_PROCMON_DELETE);
+    PressAdd();
+    EXPECT_EQ(Items(), Rows{"\tNone"});
+    EXPECT_FALSE(Page().IsEnabled(IDC_PROCMON_DELETE));
+    Type("b");
+    PressAdd();
+    EXPECT_EQ(Items(), Rows{"b\tNone"});
+    EXPECT_EQ(Page().Selection(IDC_PROCMON_LIST), 0);
+    EXPECT_TRUE(Page().IsEnabled(IDC_PROCMON_DELETE));
+    EXPECT_EQ(CheckedOption(), "None");
+    m_host.PressCancel();
+}
+
+TEST_F(ProcMonAdd, NothingTypedInAnEmptyListLeavesItEmpty)
+{
+    Open();
+    PressAdd();
+    PressAdd();
+    EXPECT_EQ(Items(), Rows());
+    EXPECT_TRUE(Page().IsEnabled(IDC_PROCMON_DELETE));
+    EXPECT_EQ(CheckedOption(), "");
+    m_host.PressCancel();
 }
 
 TEST_F(ProcMonAdd, CancelForgetsWhatWasAdded)
