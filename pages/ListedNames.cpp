@@ -16,24 +16,23 @@ bool IsAscii(const std::string& text)
 void ListedNames::Add(const std::string& name)
 {
     const std::string bare = name.substr(0, name.find('\t'));
-    m_names.insert(bare);
-    m_beginnings.insert(bare);
+    m_beginnings.emplace(bare, true);
     // List boxes take a line that begins with "[" for a directory or, with "[-", for a drive, and look behind
     // the marks as well.
     if (bare.starts_with("["))
-        m_beginnings.insert(bare.substr(1));
+        m_beginnings.emplace(bare.substr(1), false);
     if (bare.starts_with("[-"))
-        m_beginnings.insert(bare.substr(2));
+        m_beginnings.emplace(bare.substr(2), false);
 }
 
 ListedNames::FirstMatch ListedNames::Find(const std::string& name) const
 {
-    if (!m_names.contains(name))
+    const auto [first, last] = m_beginnings.equal_range(name);
+    if (std::none_of(first, last, [](const auto& beginning) { return beginning.second; }))
         return FirstMatch::AnotherOrNone;
     // How a list box compares other letters, and what it finds for an empty text, is its own affair.
     if (name.empty() || !IsAscii(name))
         return FirstMatch::AskTheList;
-    const auto next = std::next(m_beginnings.lower_bound(name));
-    const bool isAlone = next == m_beginnings.end() || !next->starts_with(name);
-    return isAlone ? FirstMatch::TheName : FirstMatch::AskTheList;
+    const bool isLast = last == m_beginnings.end() || !last->first.starts_with(name);
+    return isLast && std::next(first) == last ? FirstMatch::TheName : FirstMatch::AskTheList;
 }

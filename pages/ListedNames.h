@@ -1,9 +1,8 @@
 // Answers for a long list box what its own search for a name would find, without looking at every line.
 #pragma once
 
-#include <set>
+#include <map>
 #include <string>
-#include <unordered_set>
 
 // The names of the lines that a list box was filled with; the name of a line ends before its first tab.
 class ListedNames
@@ -24,7 +23,7 @@ class ListedNames
     [[nodiscard]] FirstMatch Find(const std::string& name) const;
 
   private:
-    std::unordered_set<std::string> m_names;
-    // Every text that a search compares with the beginning of what it looks for.
-    std::multiset<std::string> m_beginnings;
+    // Every text that a search compares with the beginning of what it looks for, and whether it is a whole
+    // name.
+    std::multimap<std::string, bool> m_beginnings;
 };

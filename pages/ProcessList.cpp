@@ -53,7 +53,10 @@ CString ProcessList::OptionText(int option) const
 
 CString ProcessList::LineOf(const CString& name, int option) const
 {
-    return name + "\t" + OptionText(option);
+    CString line = name;
+    line += "\t";
+    line += OptionText(option);
+    return line;
 }
 
 void ProcessList::Load()
@@ -80,7 +83,8 @@ void ProcessList::Load()
 void ProcessList::LoadItem(ListedNames& listed, const std::string& name, int option)
 {
     const CString lower = LowerCase(name.c_str());
-    const ListedNames::FirstMatch match = listed.Find(static_cast<LPCSTR>(lower));
+    const std::string listedName = static_cast<LPCSTR>(lower);
+    const ListedNames::FirstMatch match = listed.Find(listedName);
     if (match == ListedNames::FirstMatch::TheName)
         return;
     const bool isListed =
@@ -88,7 +92,7 @@ void ProcessList::LoadItem(ListedNames& listed, const std::string& name, int opt
     // A name that is missing from the list would be missing from what is saved.
     if (!isListed)
         throw configurationRefused;
-    listed.Add(static_cast<LPCSTR>(lower));
+    listed.Add(listedName);
 }
 
 void ProcessList::Save() const
@@ -117,7 +121,9 @@ bool ProcessList::AddLine(const CString& name, int option)
     if (added < 0)
         return false;
     m_current = added;
-    SetItemData(added, static_cast<DWORD_PTR>(option));
+    // A new line's number is 0, as most lines' is.
+    if (option != 0)
+        SetItemData(added, static_cast<DWORD_PTR>(option));
     return true;
 }
 
