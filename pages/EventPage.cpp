@@ -73,6 +73,8 @@ BOOL CVtnEventPropPage::OnInitDialog()
     return TRUE;
 }
 
+// Data exchange has taken the fields over already; what counts here is what they accept. Whichever window is
+// named as their parent, the page, its owner or its sheet, nothing else comes of it.
 void CVtnEventPropPage::FilterFields()
 {
     m_userEdit.SubclassFiltered(IDC_EVENT_USER, this, nameStyle, userNameChars);
