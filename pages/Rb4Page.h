@@ -27,7 +27,8 @@ class CVtnRb4PropPage : public CVtnPropPage
     DECLARE_MESSAGE_MAP()
 
   private:
-    // Puts what the board holds into the boxes.
+    // Puts what the board holds into the boxes. That of a battery setting which the board does not offer is
+    // disabled and keeps its tick.
     void ShowBoard(const BoardData& data);
     // Resets the board while the please-wait dialog is shown; the status of the last call of the board.
     DWORD ResetUnderPleaseWait();

@@ -126,6 +126,26 @@ TEST_F(BoardPageSave, WritesBatteryOffWhereTheBoardHasNoBatterySetting)
     ExpectWritten({0, 0, 1, 0});
 }
 
+TEST_F(BoardPageSave, AMissingWriteEntryIsNotReported)
+{
+    m_libraries.SetEntry<void()>(boardLibrary, "Rb4CpWriteData", nullptr);
+    Open();
+    Page().Check(IDC_BOARD_REMOTE_ALERTING);
+    const int loads = m_libraries.Loads(boardLibrary);
+    EXPECT_EQ(m_host.PressOk(), 0);
+    EXPECT_GT(m_libraries.Loads(boardLibrary), loads);
+    EXPECT_EQ(m_libraries.Held(boardLibrary), 0);
+}
+
+TEST_F(BoardPageSave, ALibraryThatIsGoneIsNotReported)
+{
+    Open();
+    Page().Check(IDC_BOARD_REMOTE_ALERTING);
+    m_libraries.Remove(boardLibrary);
+    EXPECT_EQ(m_host.PressOk(), 0);
+    EXPECT_TRUE(m_board.written.empty());
+}
+
 TEST_F(BoardPageSave, ARefusedWriteIsNotReported)
 {
     m_board.writeStatuses = {notReady, notReady};

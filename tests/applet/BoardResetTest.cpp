@@ -160,6 +160,24 @@ TEST_F(BoardPageReset, AFailedWriteIsTold)
     m_host.PressCancel();
 }
 
+class BoardPageResetEntry : public BoardPageReset, public testing::WithParamInterface<const char*>
+{
+};
+
+TEST_P(BoardPageResetEntry, IsToldWhenItIsMissing)
+{
+    Open();
+    m_libraries.SetEntry<void()>(boardLibrary, GetParam(), nullptr);
+    m_boxes.Answer(IDYES).Answer(IDOK);
+    Page().Click(IDC_BOARD_RESET);
+    support::ExpectBoxes(m_boxes, {QuestionBox(), UnreachableBox()});
+    EXPECT_TRUE(m_board.written.empty());
+    EXPECT_EQ(m_libraries.Held(boardLibrary), 0);
+    m_host.PressCancel();
+}
+
+INSTANTIATE_TEST_SUITE_P(Entries, BoardPageResetEntry, testing::Values("Rb4CpReadData", "Rb4CpWriteData"));
+
 TEST_F(BoardPageReset, ALibraryThatIsGoneIsTold)
 {
     Open();
@@ -204,14 +222,30 @@ TEST_F(BoardPageReset, AChangeAfterItIsSavedWithWhatTheBoardHolds)
     ExpectWritten({1, 1, 1, 0});
 }
 
-TEST_F(BoardPageReset, ABatterySettingThatIsGoneDisablesItsBox)
+TEST_F(BoardPageReset, ABatterySettingThatIsGoneLeavesItsBoxDisabledAsItWas)
 {
+    m_board.record = {1, 0, 0, 0};
     Open();
     m_board.record = {2, 1, 0, 0};
     Reset();
     EXPECT_FALSE(Page().IsEnabled(IDC_BOARD_BATTERY));
-    EXPECT_EQ(Checked(), (std::array{false, true, false}));
-    m_host.PressCancel();
+    EXPECT_EQ(Checked(), (std::array{true, true, false}));
+    Page().Check(IDC_BOARD_SERVER_RESET);
+    m_host.PressOk();
+    ExpectWritten({1, 1, 1, 0});
+}
+
+TEST_F(BoardPageReset, ABatterySettingThatAppearsIsShown)
+{
+    m_board.record = {2, 0, 0, 0};
+    Open();
+    m_board.record = {1, 0, 0, 0};
+    Reset();
+    EXPECT_TRUE(Page().IsEnabled(IDC_BOARD_BATTERY));
+    EXPECT_EQ(Checked(), (std::array{true, false, false}));
+    Page().Check(IDC_BOARD_SERVER_RESET);
+    m_host.PressOk();
+    ExpectWritten({1, 0, 1, 0});
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 // What the Process Monitor page lists when it is shown, and how.
 #include "applet/ProcMonPageTest.h"
+#include "support/ImportHook.h"
+#include "support/RegistryCalls.h"
 
+#include <algorithm>
 #include <htmlhelp.h>
 #include <prsht.h>
 
@@ -167,6 +170,27 @@ TEST_F(ProcMonLoad, ARefusedConfigurationEndsTheSheetWithTheMessage)
     EXPECT_EQ(m_boxes.Shown()[0].caption, "Management Agents Error");
 }
 
+TEST_F(ProcMonLoad, ReadsTheConfigurationBeforeItAsksWhatRuns)
+{
+    Store("\x01"s
+          "a\0"s);
+    m_host.Open();
+    support::CallLog log;
+    auto load = support::HookImport<decltype(LoadLibraryA)>(m_host.Module(), "LoadLibraryA",
+                                                            [&](auto original, LPCSTR path) {
+                                                                log.Add(std::string("LoadLibraryA ") + path);
+                                                                return original(path);
+                                                            });
+    const support::RegistryCalls registry(m_host.Module(), &log);
+    m_host.Page(tab);
+    const std::string key = R"(HKLM\SYSTEM\CurrentControlSet\Services\VtMgHOST\Parameters)";
+    const Rows expected = {"RegOpenKeyA " + key, "RegQueryValueExA " + key + ", ProcMon",
+                           "RegQueryValueExA " + key + ", ProcMon", "RegCloseKey " + key,
+                           "LoadLibraryA vthstutl.dll"};
+    EXPECT_EQ(log.Calls(), expected);
+    m_host.PressCancel();
+}
+
 TEST_F(ProcMonLoad, NothingIsSelectedAndTheOptionsAreDisabledAtFirst)
 {
     Store("\x01"s
@@ -198,6 +222,24 @@ TEST_F(ProcMonLoad, ShowsTheHelpTopic)
     EXPECT_EQ(help.Requests()[0].topic, "html\\vtnm5po2.htm");
     EXPECT_EQ(help.Requests()[0].command, UINT{HH_DISPLAY_TOPIC});
     EXPECT_EQ(help.Requests()[0].owner, nullptr);
+    m_host.PressCancel();
+}
+
+// --- with the library that comes with the applet
+
+class ProcMonHostUtility : public AppletTest
+{
+  protected:
+    ProcMonHostUtility() { SetDllDirectoryA(support::BesideThisProgram("..\\..").c_str()); }
+    ~ProcMonHostUtility() override { SetDllDirectoryA(nullptr); }
+};
+
+TEST_F(ProcMonHostUtility, ListsThisVeryProgram)
+{
+    m_host.Open();
+    const Rows items = m_host.Page("Process Monitor").Items(IDC_PROCMON_LIST);
+    EXPECT_EQ(std::count(items.begin(), items.end(), "applet_test.exe\tNone"), 1);
+    EXPECT_EQ(GetModuleHandleA("vthstutl.dll"), nullptr);
     m_host.PressCancel();
 }
 

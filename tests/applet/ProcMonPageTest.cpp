@@ -212,6 +212,30 @@ TEST_F(ProcMonSave, LeavesOutItemsWithoutANameOrAnOption)
                  "a\0"s);
 }
 
+TEST_F(ProcMonSave, OfAStoredNameWithATabThePartBeforeItCounts)
+{
+    Store("\x01"s
+          "a\tb\0\x82"s
+          "c\0"s);
+    Open();
+    EXPECT_EQ(Items(), (Rows{"a\tb\tStart", "c\tStop"}));
+    Add("");
+    m_host.PressOk();
+    ExpectStored("\x01"s
+                 "a\0\x82"s
+                 "c\0"s);
+}
+
+TEST_F(ProcMonSave, ANameOf260CharactersComesBackWhole)
+{
+    const std::string stored = "\x03" + std::string(260, 'n') + '\0';
+    Store(stored);
+    Open();
+    Add("");
+    m_host.PressOk();
+    ExpectStored(stored);
+}
+
 TEST_F(ProcMonSave, TakesSixtyFourKilobytes)
 {
     std::string stored;
