@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int processCount = 5000;
-constexpr int roundCount = 15;
+constexpr int roundCount = 25;
 constexpr double limit = 2.0;
 
 using Clock = std::chrono::steady_clock;
