@@ -56,9 +56,11 @@ std::optional<std::string> Variable(const std::string& name)
     return value.data();
 }
 
-// Where Wine looks for the machines of the network.
+// Where Wine looks for the machines of the network, or the stand-in of native builds.
 std::string NetworkRoot()
 {
+    if (const std::optional<std::string> standIn = Variable("VTN_NETWORK"))
+        return *standIn;
     constexpr std::size_t nativePrefix = 4; // "\??\"
     const std::string prefix = Variable("WINECONFIGDIR").value_or("");
     if (prefix.size() <= nativePrefix)

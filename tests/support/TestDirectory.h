@@ -33,7 +33,8 @@ class TestDirectory
 };
 
 // The same on the network: a share of a machine that exists in the test alone. Wine looks for such machines
-// below its prefix; elsewhere the constructor throws std::runtime_error.
+// below its prefix, native builds among the temporary files; elsewhere the constructor throws
+// std::runtime_error.
 class NetworkDirectory
 {
   public:

@@ -5,7 +5,6 @@
 #include "Paths.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <list>
@@ -332,8 +331,7 @@ int _chmod(const char* path, int mode)
 
 DWORD GetTempPathA(DWORD size, LPSTR path)
 {
-    const char* const directory = std::getenv("TMPDIR");
-    const SystemString result = SystemString(directory == nullptr ? "/tmp" : directory) + "/";
+    const SystemString result = standin::TemporaryDirectory() + "/";
     if (result.size() < size)
         std::copy_n(result.c_str(), result.size() + 1, path);
     return static_cast<DWORD>(result.size());

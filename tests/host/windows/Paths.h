@@ -5,16 +5,25 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <unistd.h>
 #include <windows.h>
 
 namespace standin {
 
+// Without a slash at its end.
+inline SystemString TemporaryDirectory()
+{
+    const char* const directory = std::getenv("TMPDIR");
+    return directory == nullptr ? "/tmp" : directory;
+}
+
+// The machines of the network are directories among the temporary ones.
 inline SystemString NativePath(LPCSTR path)
 {
     SystemString native = path;
     std::replace(native.begin(), native.end(), '\\', '/');
-    return native;
+    return native.starts_with("//") ? TemporaryDirectory() + native.substr(1) : native;
 }
 
 // A missing file is one error, a missing directory on the way to it another.

@@ -1,7 +1,7 @@
 // The last error, the process, its machine and environment, time, letter case, and the allocations that tests
 // make fail.
 #include "Import.h"
-#include "SystemMemory.h"
+#include "Paths.h"
 
 #include <algorithm>
 #include <array>
@@ -65,13 +65,14 @@ DWORD ExpandInto(LPCSTR source, LPSTR destination, DWORD size)
     return needed;
 }
 
-// Every process of Windows has these.
+// Every process of Windows has the first two; the third tells tests where to make up machines of the network.
 struct SystemVariables
 {
     SystemVariables()
     {
         setenv("SystemRoot", "C:\\windows", 0);
         setenv("windir", "C:\\windows", 0);
+        setenv("VTN_NETWORK", standin::TemporaryDirectory().c_str(), 1);
     }
 };
 const SystemVariables systemVariables;

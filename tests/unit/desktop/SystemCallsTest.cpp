@@ -76,6 +76,17 @@ TEST_F(SystemDirectory, IsSearchedForEverythingInIt)
     EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
 }
 
+TEST(SystemNetwork, HasDirectoriesAndFilesOfOtherMachines)
+{
+    const support::NetworkDirectory network("share");
+    EXPECT_TRUE(CreateDirectoryA(network.File("sub").c_str(), nullptr));
+    WriteBytes(network.File("sub\\file"), "text");
+    EXPECT_TRUE(CopyFileA(network.File("sub\\file").c_str(), network.File("copy").c_str(), TRUE));
+    EXPECT_EQ(ReadBytes(network.File("copy")), "text");
+    EXPECT_FALSE(FileExists(network.File("absent")));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
+}
+
 // --- copies
 
 TEST_F(SystemCopy, HasTheBytesOfItsOriginal)
