@@ -299,6 +299,7 @@ TEST(ProfileRemoveFromValue, LeavesAValueThatLacksIt)
 TEST(ProfileRemoveFromValue, ReportsAMissingKey)
 {
     ExpectEdit(compact, "a=1\r\n", {PROF_REMOVE_FROM_VALUE, "b", "1", ""}, "a=1\r\n", PROF_KEY_NOT_FOUND);
+    EXPECT_EQ(Opened(compact, "").Execute(PROF_REMOVE_FROM_VALUE, "b", "1"), PROF_KEY_NOT_FOUND);
 }
 
 } // namespace
