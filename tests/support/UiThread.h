@@ -73,8 +73,8 @@ class UiThread
     HWND m_frame = nullptr;
     HANDLE m_wake;
     HANDLE m_ready;
+    DWORD m_id = 0; // before the thread, whose creation fills it
     HANDLE m_thread;
-    DWORD m_id = 0;
 };
 
 } // namespace support
