@@ -33,6 +33,40 @@ std::string TabText(HWND tabs, WPARAM index)
     return text.data();
 }
 
+// Keys that are down for the windows of another thread for as long as this lives.
+class HeldKeys
+{
+  public:
+    HeldKeys(DWORD thread, std::initializer_list<BYTE> keys) : m_thread(thread), m_keys(keys)
+    {
+        if (AttachThreadInput(GetCurrentThreadId(), m_thread, TRUE) == FALSE)
+            throw std::runtime_error("the keyboard of the UI thread cannot be shared");
+        Set(isDown);
+    }
+    ~HeldKeys()
+    {
+        Set(0);
+        AttachThreadInput(GetCurrentThreadId(), m_thread, FALSE);
+    }
+    HeldKeys(const HeldKeys&) = delete;
+    HeldKeys& operator=(const HeldKeys&) = delete;
+
+  private:
+    static constexpr BYTE isDown = 0x80;
+
+    void Set(BYTE state) const
+    {
+        std::array<BYTE, 256> keyboard{};
+        GetKeyboardState(keyboard.data());
+        for (const BYTE key : m_keys)
+            keyboard.at(key) = state;
+        SetKeyboardState(keyboard.data());
+    }
+
+    DWORD m_thread;
+    std::vector<BYTE> m_keys;
+};
+
 } // namespace
 
 std::string BesideThisProgram(const std::string& relative)
@@ -243,6 +277,12 @@ void AppletHost::PressKeyWithAlt(WORD key) const
 {
     constexpr LPARAM altIsDown = 0x20000000;
     PostKey(WM_SYSKEYDOWN, WM_SYSKEYUP, key, altIsDown);
+}
+
+void AppletHost::PressKeyWith(std::initializer_list<BYTE> held, WORD key) const
+{
+    const HeldKeys keys(m_thread.Id(), held);
+    PressKey(key);
 }
 
 void AppletHost::PostKey(UINT pressed, UINT released, WORD key, LPARAM state) const

@@ -13,6 +13,7 @@
 #include "support/UiThread.h"
 
 #include <future>
+#include <initializer_list>
 #include <optional>
 #include <set>
 #include <string>
@@ -86,6 +87,8 @@ class AppletHost
     void PressKey(WORD key) const;
     // The same while Alt is down: a control's access key, for one.
     void PressKeyWithAlt(WORD key) const;
+    // The same while other keys (VK_CONTROL, VK_SHIFT) are down, which the system's own windows ask for, too.
+    void PressKeyWith(std::initializer_list<BYTE> held, WORD key) const;
     // Where the library asks GetKeyState, these keys (VK_SHIFT, VK_CONTROL) are down from now on.
     void HoldKeys(std::set<int> keys);
 

@@ -184,6 +184,18 @@ TEST_F(AppletHostTest, PressesKeysAsTheDialogsOfTheSystemKnowThem)
     ExpectDword(m_settings, "First", 0);
 }
 
+TEST_F(AppletHostTest, PressesKeysWhileOthersAreDownAndReleasesThose)
+{
+    m_host.Open();
+    const DialogDriver page = m_host.ActivePage();
+    page.Focus(IDC_FIRST_EDIT);
+    m_host.PressKeyWith({VK_SHIFT}, VK_TAB);
+    EXPECT_EQ(m_host.Thread().Focus(), page.Control(IDC_FIRST_CHECK));
+    m_host.PressKey(VK_TAB);
+    EXPECT_EQ(m_host.Thread().Focus(), page.Control(IDC_FIRST_EDIT));
+    m_host.PressCancel();
+}
+
 TEST_F(AppletHostTest, ShowsTheLibraryAnotherCommandLine)
 {
     m_host.SetCommandLine("control.exe sample.cpl /single");
