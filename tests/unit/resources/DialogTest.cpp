@@ -114,17 +114,20 @@ TEST_P(EachDialog, HasTheExpectedKindOfWindow)
     EXPECT_EQ(m_dialog.Style() & looked, m_expected.styles);
 }
 
-TEST_P(EachDialog, UsesTheShellsFont)
+// A sheet is drawn in the size that its system's own dialogs have, and so its pages must be, or they do not
+// fill it.
+TEST_P(EachDialog, UsesTheShellsFontInTheSizeOfTheLanguagesDialogs)
 {
     LOGFONTW font = {};
     const auto handle = reinterpret_cast<HGDIOBJ>(SendMessageW(m_dialog.Handle(), WM_GETFONT, 0, 0));
     GetObjectW(handle, sizeof font, &font);
     const HDC screen = GetDC(nullptr);
-    const int eightPoints = -MulDiv(8, GetDeviceCaps(screen, LOGPIXELSY), 72);
+    const int points = Language() == kJapanese ? 9 : 8;
+    const int height = -MulDiv(points, GetDeviceCaps(screen, LOGPIXELSY), 72);
     ReleaseDC(nullptr, screen);
 
     EXPECT_EQ(ToUtf8(font.lfFaceName), "MS Shell Dlg");
-    EXPECT_EQ(font.lfHeight, eightPoints);
+    EXPECT_EQ(font.lfHeight, height);
 }
 
 TEST_P(EachDialog, HasTheSameControlsWithAccessKeysInBothLanguages)
