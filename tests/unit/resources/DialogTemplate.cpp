@@ -24,6 +24,7 @@ class TemplateReader
         return number;
     }
 
+    [[nodiscard]] size_t At() const { return m_at; }
     void Skip(size_t count) { m_at += count; }
     void AlignToDword() { m_at = (m_at + 3) & ~size_t{3}; }
 
@@ -48,18 +49,21 @@ constexpr size_t kPlaceSize = 4 * sizeof(WORD);
 
 // Version, signature, help id and extended style come before the style; place, menu, class, caption and font
 // behind the number of controls.
-DialogTemplateStyles ReadHeader(TemplateReader& reader)
+DialogTemplate ReadHeader(TemplateReader& reader)
 {
+    DialogTemplate header = {};
     reader.Skip(2 * sizeof(WORD) + 2 * sizeof(DWORD));
-    DialogTemplateStyles styles = {reader.Read<DWORD>(), {}};
-    styles.controls.resize(reader.Read<WORD>());
+    header.style = reader.Read<DWORD>();
+    header.controlStyles.resize(reader.Read<WORD>());
     reader.Skip(kPlaceSize);
     reader.SkipName();
     reader.SkipName();
     reader.SkipName();
-    reader.Skip(2 * sizeof(WORD) + 2 * sizeof(BYTE));
+    header.pointSizeAt = reader.At();
+    header.pointSize = reader.Read<WORD>();
+    reader.Skip(sizeof(WORD) + 2 * sizeof(BYTE));
     reader.SkipName();
-    return styles;
+    return header;
 }
 
 // Help id and extended style come before the style; place, id, class, text and creation data behind it.
@@ -77,7 +81,7 @@ DWORD ReadControl(TemplateReader& reader)
 
 } // namespace
 
-DialogTemplateStyles ReadDialogTemplate(int id, LANGID language)
+DialogTemplate ReadDialogTemplate(int id, LANGID language)
 {
     // RT_DIALOG; an extended template begins with version 1 and this signature.
     const std::string_view bytes = FindResourceBytes(MAKEINTRESOURCEW(5), MAKEINTRESOURCEW(id), language);
@@ -85,8 +89,8 @@ DialogTemplateStyles ReadDialogTemplate(int id, LANGID language)
         throw std::runtime_error("no extended dialog " + std::to_string(id) + " in " +
                                  LanguageName(language));
     TemplateReader reader(bytes);
-    DialogTemplateStyles styles = ReadHeader(reader);
-    for (DWORD& style : styles.controls)
+    DialogTemplate dialog = ReadHeader(reader);
+    for (DWORD& style : dialog.controlStyles)
         style = ReadControl(reader);
-    return styles;
+    return dialog;
 }

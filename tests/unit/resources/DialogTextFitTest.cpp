@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr LANGID kLanguages[] = {kEnglish, kJapanese};
-
 // The list of the Process Monitor page puts the option at this place, in dialog units.
 constexpr int kOptionTabStop = 80;
 
@@ -33,7 +31,7 @@ SIZE NeededSize(const DialogWindow& dialog, const DialogControl& control, const 
 {
     if (control.windowClass == "Button") {
         const SIZE size = dialog.Measure(text);
-        return {size.cx + ButtonExtra(control), size.cy};
+        return {size.cx + dialog.Scale(ButtonExtra(control)), size.cy};
     }
     const UINT prefix = (control.style & SS_NOPREFIX) != 0 ? DT_NOPREFIX : 0U;
     return dialog.Measure(text, static_cast<int>(SizeOf(control.place).cx), prefix | DT_EXPANDTABS);
@@ -62,6 +60,19 @@ std::wstring Announcement(UINT id, LANGID language, const std::wstring& service)
     return text.replace(text.find(L"%s"), 2, service);
 }
 
+// Pixels of a control's width that its text has, when it keeps `extra` and a scroll bar for itself.
+int RoomBesideScrollBar(const DialogWindow& dialog, int id, int extra)
+{
+    return SizeOf(dialog.Control(id).place).cx - dialog.Scale(GetSystemMetrics(SM_CXVSCROLL) + extra);
+}
+
+// The table's strings from `first` to `last`, each of which has to fit into `room` pixels.
+void ExpectStringsFit(const DialogWindow& dialog, UINT first, UINT last, int room)
+{
+    for (UINT id = first; id <= last; ++id)
+        EXPECT_LE(dialog.Measure(FindString(id, dialog.Language()).value_or(L"")).cx, room) << id;
+}
+
 // Without Japanese glyphs the measures below would be those of empty boxes.
 TEST(DialogFont, HasJapaneseGlyphs)
 {
@@ -72,61 +83,53 @@ TEST(DialogFont, HasJapaneseGlyphs)
 
 TEST(DialogTextFit, LeavesNoTextCutOff)
 {
-    for (const LANGID language : kLanguages) {
-        for (const ExpectedDialog& expected : ExpectedDialogs()) {
-            const DialogWindow dialog(expected.id, language);
+    for (const ExpectedDialog& expected : ExpectedDialogs()) {
+        ForEachLook(expected.id, [](const DialogWindow& dialog) {
             for (const DialogControl& control : dialog.Controls()) {
                 if (ShowsItsText(control)) {
-                    EXPECT_TRUE(Fits(dialog, control, control.text)) << expected.id << ' ' << control.id;
+                    EXPECT_TRUE(Fits(dialog, control, control.text)) << control.id;
                 }
             }
-        }
+        });
     }
 }
 
 TEST(DialogTextFit, GivesTheAddButtonRoomForBothItsFaces)
 {
-    for (const LANGID language : kLanguages) {
-        const DialogWindow dialog(IDD_PROCMON, language);
-        for (const int face : {IDS_PROCMON_ADD, IDS_PROCMON_ENTER})
+    ForEachLook(IDD_PROCMON, [](const DialogWindow& dialog) {
+        for (const UINT face : {UINT{IDS_PROCMON_ADD}, UINT{IDS_PROCMON_ENTER}})
             EXPECT_TRUE(Fits(dialog, dialog.Control(IDC_PROCMON_ADD),
-                             FindString(static_cast<UINT>(face), language).value_or(L"")));
-    }
+                             FindString(face, dialog.Language()).value_or(L"")));
+    });
 }
 
 TEST(DialogTextFit, GivesThePleaseWaitTextRoomForALongServiceName)
 {
-    for (const LANGID language : kLanguages) {
-        const DialogWindow dialog(IDD_PLEASE_WAIT, language);
+    ForEachLook(IDD_PLEASE_WAIT, [](const DialogWindow& dialog) {
         const DialogControl& text = dialog.Control(IDC_PLEASE_WAIT_TEXT);
+        const LANGID language = dialog.Language();
         const std::wstring service = L"Norvale Management Agents Host";
         EXPECT_TRUE(Fits(dialog, text, Announcement(IDS_STARTING, language, service)));
         EXPECT_TRUE(Fits(dialog, text, Announcement(IDS_STOPPING, language, service)));
         EXPECT_TRUE(Fits(dialog, text, FindString(IDS_BOARD_RESETTING, language).value_or(L"")));
-    }
+    });
 }
 
 TEST(DialogTextFit, GivesTheIntervalListRoomForEveryInterval)
 {
-    for (const LANGID language : kLanguages) {
-        const DialogWindow dialog(IDD_SNMP, language);
-        const int width = static_cast<int>(SizeOf(dialog.Control(IDC_SNMP_INTERVAL).place).cx);
-        const int room = width - GetSystemMetrics(SM_CXVSCROLL) - 12;
-        for (UINT id = IDS_INTERVAL_5_SECONDS; id <= IDS_INTERVAL_60_MINUTES; ++id)
-            EXPECT_LE(dialog.Measure(FindString(id, language).value_or(L"")).cx, room) << id;
-    }
+    ForEachLook(IDD_SNMP, [](const DialogWindow& dialog) {
+        ExpectStringsFit(dialog, IDS_INTERVAL_5_SECONDS, IDS_INTERVAL_60_MINUTES,
+                         RoomBesideScrollBar(dialog, IDC_SNMP_INTERVAL, 12));
+    });
 }
 
 TEST(DialogTextFit, GivesTheProcessListRoomForEveryOption)
 {
-    for (const LANGID language : kLanguages) {
-        const DialogWindow dialog(IDD_PROCMON, language);
-        const LONG tabStop = dialog.ToPixels({0, 0, kOptionTabStop, 0}).right;
-        const int width = static_cast<int>(SizeOf(dialog.Control(IDC_PROCMON_LIST).place).cx);
-        const int room = width - static_cast<int>(tabStop) - GetSystemMetrics(SM_CXVSCROLL) - 6;
-        for (UINT id = IDS_PROCMON_OPTION_NONE; id <= IDS_PROCMON_OPTION_START_STOP; ++id)
-            EXPECT_LE(dialog.Measure(FindString(id, language).value_or(L"")).cx, room) << id;
-    }
+    ForEachLook(IDD_PROCMON, [](const DialogWindow& dialog) {
+        const int tabStop = static_cast<int>(dialog.ToPixels({0, 0, kOptionTabStop, 0}).right);
+        ExpectStringsFit(dialog, IDS_PROCMON_OPTION_NONE, IDS_PROCMON_OPTION_START_STOP,
+                         RoomBesideScrollBar(dialog, IDC_PROCMON_LIST, 6) - tabStop);
+    });
 }
 
 } // namespace

@@ -1,10 +1,13 @@
 // The dialog of DialogWindow.h.
 #include "tests/unit/resources/DialogWindow.h"
 
-#include "tests/unit/resources/DialogTemplate.h"
 #include "tests/unit/resources/ResourceReader.h"
 
+#include <cstring>
+#include <gtest/gtest.h>
+#include <map>
 #include <stdexcept>
+#include <tuple>
 
 namespace {
 
@@ -47,6 +50,13 @@ std::vector<DialogControl> ControlsOf(HWND dialog, const std::vector<DWORD>& sty
     return controls;
 }
 
+// Made once and looked at by many tests, which change nothing about it.
+const DialogWindow& LookOf(int id, LANGID language, int dpi)
+{
+    static std::map<std::tuple<int, LANGID, int>, DialogWindow> looks;
+    return looks.try_emplace({id, language, dpi}, id, language, dpi).first->second;
+}
+
 } // namespace
 
 bool DialogControl::IsGroupBox() const
@@ -54,23 +64,21 @@ bool DialogControl::IsGroupBox() const
     return windowClass == "Button" && (style & BS_TYPEMASK) == BS_GROUPBOX;
 }
 
-DialogWindow::DialogWindow(int id, LANGID language)
-    : m_id(id),
+DialogWindow::DialogWindow(int id, LANGID language, int dpi)
+    : m_id(id), m_language(language), m_dpi(dpi), m_template(ReadDialogTemplate(id, language)),
       m_parent(CreateWindowA("Static", "", WS_POPUP, 0, 0, 640, 480, nullptr, nullptr, nullptr, nullptr)),
-      m_dialog(nullptr), m_style(0)
+      m_dialog(nullptr)
 {
     // RT_DIALOG
-    const std::string_view bytes = FindResourceBytes(MAKEINTRESOURCEW(5), MAKEINTRESOURCEW(id), language);
-    if (!bytes.empty()) {
-        const auto* dialogTemplate = reinterpret_cast<LPCDLGTEMPLATEW>(bytes.data());
-        m_dialog = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), dialogTemplate, m_parent,
-                                              LeaveToDefault, 0);
-    }
+    std::string bytes(FindResourceBytes(MAKEINTRESOURCEW(5), MAKEINTRESOURCEW(id), language));
+    const auto points = static_cast<WORD>(Scale(m_template.pointSize));
+    std::memcpy(&bytes[m_template.pointSizeAt], &points, sizeof points);
+    m_dialog =
+        CreateDialogIndirectParamW(GetModuleHandleW(nullptr), reinterpret_cast<LPCDLGTEMPLATEW>(bytes.data()),
+                                   m_parent, LeaveToDefault, 0);
     if (m_dialog == nullptr)
         throw std::runtime_error("no dialog " + std::to_string(id) + " in " + LanguageName(language));
-    const DialogTemplateStyles styles = ReadDialogTemplate(id, language);
-    m_style = styles.dialog;
-    m_controls = ControlsOf(m_dialog, styles.controls);
+    m_controls = ControlsOf(m_dialog, m_template.controlStyles);
 }
 
 DialogWindow::~DialogWindow()
@@ -105,6 +113,17 @@ SIZE DialogWindow::Measure(const std::wstring& text, int width, UINT flags) cons
     SelectObject(context, before);
     ReleaseDC(m_dialog, context);
     return {box.right, box.bottom};
+}
+
+void ForEachLook(int id, const std::function<void(const DialogWindow&)>& check)
+{
+    for (const LANGID language : {kEnglish, kJapanese}) {
+        for (const int dpi : {kOrdinaryDpi, kHighDpi}) {
+            SCOPED_TRACE(std::string(LanguageName(language)) + ' ' + std::to_string(id) + " at " +
+                         std::to_string(dpi) + " dpi");
+            check(LookOf(id, language, dpi));
+        }
+    }
 }
 
 wchar_t AccessKey(const std::wstring& text)

@@ -2,6 +2,9 @@
 // manager made them.
 #pragma once
 
+#include "tests/unit/resources/DialogTemplate.h"
+
+#include <functional>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -20,24 +23,34 @@ struct DialogControl
     [[nodiscard]] bool IsVisible() const { return (style & WS_VISIBLE) != 0; }
 };
 
+// The resolution of ordinary screens, and one at which text takes half as much room again.
+constexpr int kOrdinaryDpi = 96;
+constexpr int kHighDpi = 144;
+
 class DialogWindow
 {
   public:
-    // Throws std::runtime_error when there is no such dialog in this language, or when it cannot be created.
-    DialogWindow(int id, LANGID language);
+    // As it is laid out at `dpi` dots per inch, whatever the screen has: with letters of that size, from
+    // which Windows takes the dialog units. Throws std::runtime_error when there is no such dialog in this
+    // language, or when it cannot be created.
+    DialogWindow(int id, LANGID language, int dpi = kOrdinaryDpi);
     ~DialogWindow();
     DialogWindow(const DialogWindow&) = delete;
     DialogWindow& operator=(const DialogWindow&) = delete;
 
     [[nodiscard]] int Id() const { return m_id; }
+    [[nodiscard]] LANGID Language() const { return m_language; }
     [[nodiscard]] HWND Handle() const { return m_dialog; }
     // As the template asks for it.
-    [[nodiscard]] DWORD Style() const { return m_style; }
+    [[nodiscard]] DWORD Style() const { return m_template.style; }
     // In tab order.
     [[nodiscard]] const std::vector<DialogControl>& Controls() const { return m_controls; }
 
     // Throws std::out_of_range for a control that the dialog does not have.
     [[nodiscard]] const DialogControl& Control(int id) const;
+
+    // Pixels at the dialog's resolution of what takes `pixels` at the ordinary one.
+    [[nodiscard]] int Scale(int pixels) const { return MulDiv(pixels, m_dpi, kOrdinaryDpi); }
 
     // Pixels that a rectangle in dialog units takes.
     [[nodiscard]] RECT ToPixels(RECT units) const;
@@ -48,11 +61,16 @@ class DialogWindow
 
   private:
     int m_id;
+    LANGID m_language;
+    int m_dpi;
+    DialogTemplate m_template;
     HWND m_parent;
     HWND m_dialog;
-    DWORD m_style;
     std::vector<DialogControl> m_controls;
 };
+
+// Calls `check` with a dialog in each language at each resolution; failures tell which of them it was.
+void ForEachLook(int id, const std::function<void(const DialogWindow&)>& check);
 
 // The letter behind the single ampersand of a text, in upper case; 0 when there is none.
 [[nodiscard]] wchar_t AccessKey(const std::wstring& text);

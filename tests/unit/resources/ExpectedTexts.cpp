@@ -166,8 +166,8 @@ constexpr ExpectedControl kPleaseWait[] = {
 
 constexpr ExpectedControl kProcMon[] = {
     {1042, "Button", BS_GROUPBOX, "Monitor Processes"},
-    {-1, "Static", 0, "Process"},
     {-1, "Static", 0, "Monitor Option"},
+    {-1, "Static", 0, "Process"},
     {1046, "ListBox", kList | LBS_SORT | LBS_USETABSTOPS, ""},
     {1056, "Edit", kField, ""},
     {1057, "Button", BS_GROUPBOX | WS_DISABLED, "Option"},
