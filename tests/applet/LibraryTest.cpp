@@ -2,6 +2,7 @@
 // made of it.
 #include "applet/AppletTest.h"
 #include "mfc/afx.h"
+#include "resources/resource.h"
 
 #include <algorithm>
 #include <cstring>
@@ -81,6 +82,32 @@ TEST_F(Library, IsBuiltFor64BitWithAddressRandomisationAndDataProtection)
     EXPECT_TRUE(flags & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA);
     EXPECT_TRUE(flags & IMAGE_DLLCHARACTERISTICS_NX_COMPAT);
     EXPECT_NE(Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC), 0U);
+}
+
+// Whether a window class is redirected to the side-by-side library of another version, under the manifest at
+// hand.
+bool IsRedirected(const char* windowClass)
+{
+    ACTCTX_SECTION_KEYED_DATA found{};
+    found.cbSize = sizeof found;
+    return FindActCtxSectionStringA(0, nullptr, ACTIVATION_CONTEXT_SECTION_WINDOW_CLASS_REDIRECTION,
+                                    windowClass, &found) != FALSE;
+}
+
+TEST_F(Library, HasItsControlsDrawnInTheVisualStyleByItsHosts)
+{
+    ACTCTXA request{};
+    request.cbSize = sizeof request;
+    request.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
+    request.lpSource = appletPath.c_str();
+    request.lpResourceName = MAKEINTRESOURCEA(IDR_MANIFEST);
+    const HANDLE manifest = CreateActCtxA(&request);
+    ASSERT_NE(manifest, INVALID_HANDLE_VALUE);
+    ULONG_PTR cookie = 0;
+    ASSERT_TRUE(ActivateActCtx(manifest, &cookie));
+    EXPECT_TRUE(IsRedirected("Button"));
+    DeactivateActCtx(0, cookie);
+    ReleaseActCtx(manifest);
 }
 
 #ifdef NDEBUG

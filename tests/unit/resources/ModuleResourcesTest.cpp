@@ -105,26 +105,12 @@ TEST(Manifest, StandsAtTheNumberThatHostsOfControlPanelItemsLookFor)
     EXPECT_EQ(ResourceIds(kManifest, 0), std::set<int>{123});
 }
 
-TEST(Manifest, BringsTheThemedControls)
+TEST(Manifest, CarriesTheProjectsVersion)
 {
-    ACTCTXA request = {};
-    request.cbSize = sizeof request;
-    request.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
-    const std::string path = ModulePath();
-    request.lpSource = path.c_str();
-    request.lpResourceName = MAKEINTRESOURCEA(IDR_MANIFEST);
-    const HANDLE context = CreateActCtxA(&request);
-    ASSERT_NE(context, INVALID_HANDLE_VALUE);
-    ULONG_PTR cookie = 0;
-    ASSERT_TRUE(ActivateActCtx(context, &cookie));
-
-    ACTCTX_SECTION_KEYED_DATA found = {};
-    found.cbSize = sizeof found;
-    const BOOL redirected = FindActCtxSectionStringA(
-        0, nullptr, ACTIVATION_CONTEXT_SECTION_WINDOW_CLASS_REDIRECTION, "Button", &found);
-    DeactivateActCtx(0, cookie);
-    ReleaseActCtx(context);
-    EXPECT_TRUE(redirected);
+    const std::string_view manifest = FindResourceBytes(kManifest, MAKEINTRESOURCEW(IDR_MANIFEST), 0);
+    const std::string identity =
+        "name=\"Norvale.ManagementAgents.ControlPanel\" version=\"" VTN_PROJECT_VERSION ".0\"";
+    EXPECT_NE(manifest.find(identity), std::string_view::npos) << manifest;
 }
 
 TEST(VersionBlock, NamesTheProductInBothLanguages)
