@@ -62,3 +62,8 @@ use_virtual_desktop() {
 use_real_desktop() {
   wine reg delete 'HKCU\Software\Wine\Explorer' /v Desktop /f >/dev/null 2>&1 || true
 }
+
+# use_resolution DPI: what programs take for the dots per inch of the screen, from the next one on.
+use_resolution() {
+  wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null
+}
