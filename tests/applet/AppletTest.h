@@ -49,6 +49,15 @@ struct TestMachine
 class AppletTest : public testing::Test
 {
   protected:
+    // Presses Tab until the control has the focus; false when it never gets it.
+    [[nodiscard]] bool TabTo(HWND control) const
+    {
+        constexpr int presses = 30; // more than a page and the sheet have controls
+        for (int press = 0; press < presses && m_host.Thread().Focus() != control; ++press)
+            m_host.PressKey(VK_TAB);
+        return m_host.Thread().Focus() == control;
+    }
+
     TestMachine m_machine;
     support::AppletHost m_host{appletPath};
     support::MessageBoxScript m_boxes{m_host.Module()};

@@ -70,13 +70,27 @@ TEST_F(StoragePage, AnUntouchedPageSavesItsLoadedValues)
     ExpectDword(m_machine.arrayAgent, "DisableFlags", 0x10);
 }
 
-TEST_F(StoragePage, TheSpaceKeyTicksTheBoxWithTheFocus)
+// From the sheet's opening to its end without the mouse: Ctrl+Tab to the page, Tab to its first box, Tab and
+// the space bar along the boxes, Enter.
+TEST_F(StoragePage, IsUsableFromTheKeyboardAlone)
 {
-    const DialogDriver page = Open();
-    page.Focus(IDC_STORAGE_SAS_TAPE);
-    m_host.PressKey(VK_SPACE);
-    EXPECT_TRUE(page.IsChecked(IDC_STORAGE_SAS_TAPE));
-    m_host.PressCancel();
+    m_machine.sasAgent.SetDword("DisableFlags", 0x4);
+    m_host.Open();
+    m_host.PressKeyWith({VK_CONTROL}, VK_TAB);
+    m_host.PressKeyWith({VK_CONTROL}, VK_TAB);
+    ASSERT_EQ(m_host.ActiveTab(), "Storage");
+    ASSERT_TRUE(TabTo(m_host.ActivePage().Control(boxes.front())));
+    for (const int id : boxes) {
+        EXPECT_EQ(GetDlgCtrlID(m_host.Thread().Focus()), id);
+        m_host.PressKey(VK_SPACE);
+        m_host.PressKey(VK_TAB);
+    }
+    EXPECT_EQ(GetDlgCtrlID(m_host.Thread().Focus()), IDOK);
+    m_host.PressKey(VK_RETURN);
+    m_host.WaitForEnd();
+    ExpectDword(m_machine.fibreAgent, "DisableFlags", 0x1);
+    ExpectDword(m_machine.arrayAgent, "DisableFlags", 0x3);
+    ExpectDword(m_machine.sasAgent, "DisableFlags", 0);
 }
 
 } // namespace
