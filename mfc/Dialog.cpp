@@ -47,13 +47,16 @@ BOOL CDialog::Create(LPCSTR lpszTemplateName, CWnd* pParentWnd)
 void CDialog::CreateFrom(LPCSTR templateName, HWND owner)
 {
     const CCreationHook hook(*this, AfxDialogClass);
-    ::CreateDialogParamA(AfxGetResourceHandle(), templateName, owner, &AfxDlgProc, 0);
+    if (hook.IsInstalled())
+        ::CreateDialogParamA(AfxGetResourceHandle(), templateName, owner, &AfxDlgProc, 0);
 }
 
 INT_PTR CDialog::DoModal()
 {
     CHandlerScope scope(*this);
     const CCreationHook hook(*this, AfxDialogClass);
+    if (!hook.IsInstalled())
+        return -1;
     const INT_PTR result = ::DialogBoxParamA(AfxGetResourceHandle(), m_lpszTemplateName,
                                              AfxOwnerFor(m_pParentWnd), &AfxDlgProc, 0);
     scope.Rethrow();

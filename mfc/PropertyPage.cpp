@@ -28,7 +28,7 @@ UINT CALLBACK CPropertyPage::PageCallback(HWND /*hWnd*/, UINT message, PROPSHEET
     return AfxGuard(
         [self] {
             self->m_creation = std::make_unique<CCreationHook>(*self, AfxDialogClass);
-            return 1U;
+            return self->m_creation->IsInstalled() ? 1U : 0U;
         },
         0U);
 }

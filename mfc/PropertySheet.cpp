@@ -93,7 +93,8 @@ void CPropertySheet::CreateSheet(HWND owner)
     m_psh.nPages = static_cast<UINT>(pages.size());
     m_psh.ppsp = pages.data();
     const CCreationHook hook(*this, AfxDialogClass);
-    ::PropertySheetA(&m_psh);
+    if (hook.IsInstalled())
+        ::PropertySheetA(&m_psh);
 }
 
 bool CPropertySheet::IsOver() const

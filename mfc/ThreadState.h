@@ -133,6 +133,9 @@ class CCreationHook
     CCreationHook(const CCreationHook&) = delete;
     CCreationHook& operator=(const CCreationHook&) = delete;
 
+    // False when Windows refuses the hook: the object would never learn of its window, so none must be made.
+    [[nodiscard]] bool IsInstalled() const { return m_hook != nullptr; }
+
   private:
     static LRESULT CALLBACK CbtProc(int code, WPARAM wParam, LPARAM lParam);
     [[nodiscard]] bool Awaits(HWND hWnd) const;

@@ -108,10 +108,11 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName
     const CRect place(rect);
     {
         const CCreationHook hook(*this, lpszClassName);
-        ::CreateWindowExA(dwExStyle, lpszClassName, lpszWindowName, dwStyle, place.left, place.top,
-                          place.Width(), place.Height(), AfxHandleOf(pParentWnd),
-                          reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)), AfxGetInstanceHandle(),
-                          nullptr);
+        if (hook.IsInstalled())
+            ::CreateWindowExA(dwExStyle, lpszClassName, lpszWindowName, dwStyle, place.left, place.top,
+                              place.Width(), place.Height(), AfxHandleOf(pParentWnd),
+                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)), AfxGetInstanceHandle(),
+                              nullptr);
     }
     if (scope.HasFailed())
         DestroyWindow();

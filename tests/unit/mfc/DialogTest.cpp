@@ -1,5 +1,7 @@
 // CDialog, modal and modeless, and the application's part in it.
+#include "support/FailNth.h"
 #include "support/MessageBoxScript.h"
+#include "support/ResourceCount.h"
 #include "TestDialogs.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +55,21 @@ TEST(Dialog, AnswersMinusOneWithoutItsTemplate)
     EXPECT_EQ(dialog.DoModal(), -1);
     EXPECT_FALSE(dialog.Create(999));
     EXPECT_EQ(dialog.m_hWnd, nullptr);
+}
+
+TEST(Dialog, IsNotMadeWhenItWouldNotLearnOfItsWindow)
+{
+    CTestDialog dialog;
+    const int windows = support::ResourceCount::Now().windows;
+    {
+        const support::FailNth<"SetWindowsHookExA", decltype(SetWindowsHookExA)> refuse(
+            GetModuleHandleA(nullptr), 1, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+        EXPECT_FALSE(dialog.Create(IDD_CONTROLS));
+    }
+    const support::FailNth<"SetWindowsHookExA", decltype(SetWindowsHookExA)> refuse(
+        GetModuleHandleA(nullptr), 1, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(dialog.DoModal(), -1);
+    EXPECT_EQ(support::ResourceCount::Now().windows, windows);
 }
 
 TEST(Dialog, DisablesItsOwnerWhileItRuns)
