@@ -50,8 +50,12 @@ void DesktopManagement::Save(DWORD changes) const
 
 void DesktopManagement::SaveScript() const
 {
-    if (IsBatchFile(scriptPath))
-        UpdateLoginScript(scriptPath, ComputerName(), isOn);
+    if (IsBatchFile(scriptPath)) {
+        const std::string computer = ComputerName();
+        // The lines to remove and to insert bear it.
+        Require(!computer.empty(), IDS_SCRIPT_UPDATE_FAILED);
+        UpdateLoginScript(scriptPath, computer, isOn);
+    }
     CRegistryKey agent(HKEY_LOCAL_MACHINE, clientAgentKey);
     if (isOn)
         agent.SetString(clientIniValue, scriptPath);

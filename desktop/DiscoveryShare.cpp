@@ -139,8 +139,9 @@ bool DeleteDiscoveryShare()
 
 bool TellClientsOfShare(const std::string& scriptDirectory)
 {
-    const std::string networkPath = "\\\\" + ComputerName() + "\\" + shareName;
-    return SetDestination(scriptDirectory, networkPath.c_str());
+    const std::string computer = ComputerName();
+    const std::string networkPath = "\\\\" + computer + "\\" + shareName;
+    return !computer.empty() && SetDestination(scriptDirectory, networkPath.c_str());
 }
 
 void StopTellingClients(const std::string& scriptDirectory)

@@ -8,6 +8,7 @@ namespace {
 
 const HMODULE self = GetModuleHandleA(nullptr);
 
+using FailComputerName = support::FailNth<"GetComputerNameA", decltype(GetComputerNameA)>;
 using FailProfile = support::FailNth<"WritePrivateProfileStringA", decltype(WritePrivateProfileStringA)>;
 
 class DesktopManagementFailure : public DesktopManagementSave
@@ -66,6 +67,12 @@ TEST_F(DesktopManagementFailure, OfTheScriptStopsEverythingElse)
     const HANDLE holder = HoldOpen(m_script);
     ExpectStops(true, IDS_SCRIPT_UPDATE_FAILED, 0);
     CloseHandle(holder);
+}
+
+TEST_F(DesktopManagementFailure, OfTheComputersNameKeepsTheScript)
+{
+    const FailComputerName fail(self, 1, FALSE, ERROR_NOT_ENOUGH_MEMORY);
+    ExpectStops(true, IDS_SCRIPT_UPDATE_FAILED, 0);
 }
 
 TEST_F(DesktopManagementFailure, OfTheRecordKeepsTheScript)
