@@ -5,6 +5,7 @@
 #include "sysaccess/Handles.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <span>
 
@@ -44,5 +45,8 @@ std::vector<std::string> RunningProcessNames()
         return {};
     std::uint32_t count = 0;
     const UniqueTaskList list(getTaskList(&count));
-    return list ? NamesOf({list.Get(), count}) : std::vector<std::string>();
+    // As a signed number, below zero: not a count.
+    if (!list || count > INT32_MAX)
+        return {};
+    return NamesOf({list.Get(), count});
 }
