@@ -3,6 +3,7 @@
 
 #include "applet/VtnCpl.h"
 #include "resources/resource.h"
+#include "sysaccess/MessageBoxes.h"
 
 #include <array>
 #include <vector>
@@ -33,6 +34,6 @@ CString FileVersion()
 CString SheetTitle()
 {
     CString title;
-    title.Format(IDS_SHEET_TITLE, static_cast<const char*>(FileVersion()));
+    title.Format(LoadText(IDS_SHEET_TITLE), static_cast<const char*>(FileVersion()));
     return title;
 }

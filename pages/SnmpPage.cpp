@@ -109,7 +109,7 @@ void CVtnSnmpPropPage::OnTestTrap()
         break;
     }
     CString report;
-    report.Format(IDS_TRAP_SENT, text.c_str());
+    report.Format(LoadText(IDS_TRAP_SENT), text.c_str());
     MessageBoxText(m_hWnd, report, MB_ICONINFORMATION);
 }
 
