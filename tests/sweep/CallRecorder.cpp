@@ -1,0 +1,79 @@
+// See the header.
+#include "sweep/CallRecorder.h"
+
+namespace sweep {
+
+void CallRecorder::Arm(std::size_t failing, DWORD code, const char* from, const char* until)
+{
+    const std::lock_guard lock(m_mutex);
+    m_calls.clear();
+    m_failing = failing;
+    m_code = code;
+    m_from = from == nullptr ? "" : from;
+    m_until = until == nullptr ? "" : until;
+    m_isArmed = true;
+}
+
+void CallRecorder::Disarm()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isArmed = false;
+}
+
+bool CallRecorder::Begin(Call call)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_isArmed || (m_calls.empty() && !m_from.empty() && call.function != m_from))
+        return false;
+    call.boxes = m_boxes;
+    m_isArmed = call.function != m_until;
+    m_calls.push_back(std::move(call));
+    return m_calls.size() == m_failing;
+}
+
+void CallRecorder::Open(const void* handle, const std::string& place)
+{
+    const std::lock_guard lock(m_mutex);
+    m_open[handle] = place;
+}
+
+void CallRecorder::Close(const void* handle)
+{
+    const std::lock_guard lock(m_mutex);
+    m_open.erase(handle);
+}
+
+std::string CallRecorder::NameOf(const void* handle) const
+{
+    if (handle == HKEY_LOCAL_MACHINE)
+        return "HKLM";
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_open.find(handle);
+    return found == m_open.end() ? std::string() : found->second;
+}
+
+void CallRecorder::NoteChange() const
+{
+    if (m_isArmed && m_look)
+        m_look();
+}
+
+void CallRecorder::CountBox()
+{
+    const std::lock_guard lock(m_mutex);
+    ++m_boxes;
+}
+
+std::vector<Call> CallRecorder::Calls() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_calls;
+}
+
+std::map<const void*, std::string> CallRecorder::OpenHandles() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_open;
+}
+
+} // namespace sweep

@@ -1,0 +1,248 @@
+// The table of operations, and their runs.
+#include "sweep/Operation.h"
+
+#include "resources/resource.h"
+#include "support/SystemFunction.h"
+#include "sweep/WatchedImports.h"
+
+#include <functional>
+
+namespace sweep {
+namespace {
+
+using support::AppletHost;
+using support::DialogDriver;
+
+constexpr char services[] = "Services";
+constexpr char snmpSettings[] = "SNMP Settings";
+constexpr char storage[] = "Storage";
+constexpr char desktopMgmt[] = "Desktop Mgmt";
+constexpr char processMonitor[] = "Process Monitor";
+constexpr char remoteLumora[] = "Remote Lumora";
+
+// --- what the user edits before
+
+void EditNothing(AppletHost& /*host*/) {}
+
+void MoveAgent(AppletHost& host)
+{
+    host.ActivePage().Click(IDC_SERVICES_ADD);
+}
+
+void EditSnmpSettings(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    page.Select(IDC_SNMP_INTERVAL, 7);
+    for (const int box : {IDC_SNMP_REMOTE_REBOOT, IDC_SNMP_EXCEPTION_TRAP, IDC_SNMP_DISABLE_RACK_TRAPS})
+        page.Check(box);
+    page.Uncheck(IDC_SNMP_DISABLE_TELNET);
+    page.SetText(IDC_SNMP_SERVER_ROLE, "Files");
+}
+
+void TickStorageBoxes(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    for (const int box : {IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_TAPE, IDC_STORAGE_SAS_TAPE})
+        page.Check(box);
+    page.Uncheck(IDC_STORAGE_ARRAY_PERFORMANCE);
+}
+
+void SwitchClients(AppletHost& host)
+{
+    host.ActivePage().Click(IDC_CLIENT_ENABLE);
+}
+
+void WatchAProcess(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    page.Select(IDC_PROCMON_LIST, 1);
+    page.Check(IDC_PROCMON_STOP);
+}
+
+void SwitchBattery(AppletHost& host)
+{
+    host.ActivePage().Uncheck(IDC_BOARD_BATTERY);
+}
+
+// --- what is swept
+
+void PressOk(AppletHost& host)
+{
+    host.Sheet().Click(IDOK);
+}
+
+// Unlike AppletHost::Open, this takes it that no sheet may appear.
+void OpenSheet(AppletHost& host)
+{
+    host.DoubleClick();
+    const auto isOver = [&] { return host.HasEnded() || !host.Thread().Windows().empty(); };
+    if (!support::WaitUntil(isOver))
+        throw std::runtime_error("no sheet appears");
+    if (!host.HasEnded())
+        host.Thread().Settle();
+}
+
+template <const auto& tab>
+void Show(AppletHost& host)
+{
+    // A page that cannot be shown ends the sheet; that it did is seen afterwards.
+    if (!host.TurnTo(&tab[0]))
+        ADD_FAILURE() << "the Services page does not let go";
+}
+
+template <int button>
+void Press(AppletHost& host)
+{
+    host.ActivePage().Click(button);
+}
+
+// clang-format off: a table
+constexpr Operation operations[] = {
+    {"open the sheet", nullptr, false, false, nullptr, nullptr, EditNothing, OpenSheet},
+    {"show SNMP Settings", nullptr, false, false, nullptr, nullptr, EditNothing, Show<snmpSettings>},
+    {"show Storage", nullptr, false, false, nullptr, nullptr, EditNothing, Show<storage>},
+    {"show Desktop Mgmt", nullptr, false, false, nullptr, nullptr, EditNothing, Show<desktopMgmt>},
+    {"show Process Monitor", nullptr, false, false, nullptr, nullptr, EditNothing, Show<processMonitor>},
+    {"show Remote Lumora", nullptr, false, false, nullptr, nullptr, EditNothing, Show<remoteLumora>},
+    {"save Storage", storage, false, false, nullptr, "UnhookWindowsHookEx", TickStorageBoxes, PressOk},
+    {"save Services", services, false, false, nullptr, "UnhookWindowsHookEx", MoveAgent, PressOk},
+    {"save SNMP Settings", snmpSettings, false, false, nullptr, "UnhookWindowsHookEx", EditSnmpSettings,
+     PressOk},
+    {"save Process Monitor", processMonitor, false, false, nullptr, "UnhookWindowsHookEx", WatchAProcess,
+     PressOk},
+    {"save Remote Lumora", remoteLumora, false, false, nullptr, "UnhookWindowsHookEx", SwitchBattery,
+     PressOk},
+    {"switch desktop management on", desktopMgmt, false, false, nullptr, "UnhookWindowsHookEx", SwitchClients,
+     PressOk},
+    {"switch desktop management off", desktopMgmt, true, false, nullptr, "UnhookWindowsHookEx", SwitchClients,
+     PressOk},
+    {"restart the agents", storage, false, true, "OpenSCManagerA", nullptr, TickStorageBoxes, PressOk},
+    {"send the test trap", snmpSettings, false, false, nullptr, nullptr, EditNothing,
+     Press<IDC_SNMP_TEST_TRAP>},
+    {"clear the thresholds", snmpSettings, false, true, nullptr, nullptr, EditNothing,
+     Press<IDC_SNMP_CLEAR_THRESHOLDS>},
+    {"reset the board", remoteLumora, false, true, nullptr, nullptr, EditNothing, Press<IDC_BOARD_RESET>},
+};
+// clang-format on
+
+// --- one run
+
+Picture Look(const Settings& settings, const StandIns& standIns)
+{
+    Picture picture;
+    settings.AddTo(picture);
+    standIns.AddTo(picture);
+    return picture;
+}
+
+void Add(std::map<std::string, std::set<std::string>>& seen, const Picture& picture)
+{
+    for (const auto& [item, content] : picture)
+        seen[item].insert(content);
+    // What was there before and is gone.
+    for (auto& [item, contents] : seen) {
+        if (!picture.contains(item))
+            contents.emplace();
+    }
+}
+
+// What was not there before was absent.
+void AddAbsence(std::map<std::string, std::set<std::string>>& seen, const Picture& before)
+{
+    for (auto& [item, contents] : seen) {
+        if (!before.contains(item))
+            contents.emplace();
+    }
+}
+
+// A fault may have ended the sheet, or kept it from appearing, under the user's hands.
+void Do(AppletHost& host, void (*action)(AppletHost& host))
+try {
+    action(host);
+} catch (const std::runtime_error&) {
+    if (!support::WaitUntil([&] { return host.HasEnded(); }))
+        throw;
+}
+
+void Prepare(AppletHost& host, const Operation& operation)
+{
+    if (operation.act == OpenSheet)
+        return;
+    host.Open();
+    if (operation.tab != nullptr && !host.TurnTo(operation.tab))
+        throw std::runtime_error("the Services page does not let go");
+    operation.edit(host);
+}
+
+// Closes the sheet if it is still there; what left CPlApplet.
+std::string Finish(AppletHost& host)
+try {
+    if (host.HasEnded())
+        host.WaitForEnd();
+    else
+        host.PressCancel();
+    return {};
+} catch (const std::exception& failure) {
+    return failure.what();
+}
+
+// The test tidies up behind the applet, so that the next case starts from nothing.
+void CloseAll(const std::map<const void*, std::string>& handles)
+{
+    const auto close = support::SystemFunction<decltype(RegCloseKey)>("advapi32.dll", "RegCloseKey");
+    for (const auto& [handle, place] : handles) {
+        if (place.starts_with("HKLM"))
+            close(static_cast<HKEY>(const_cast<void*>(handle)));
+    }
+}
+
+} // namespace
+
+std::ostream& operator<<(std::ostream& out, const Operation& operation)
+{
+    return out << operation.name;
+}
+
+std::span<const Operation> Operations()
+{
+    return operations;
+}
+
+Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault, bool watchChanges)
+{
+    AppletHost& host = subject.host;
+    Outcome outcome;
+    Settings settings(subject);
+    if (operation.managesClients)
+        settings.SwitchDesktopManagementOn();
+    CallRecorder recorder;
+    {
+        StandIns standIns(host.Module(), settings, recorder);
+        if (operation.managesClients)
+            standIns.Shares().Add("VTNDATA", {.path = "anywhere"});
+        if (!operation.agrees)
+            standIns.User().Decline();
+        const WatchedImports watches(host.Module(), recorder);
+        Prepare(host, operation);
+        outcome.before = Look(settings, standIns);
+        if (watchChanges)
+            recorder.OnChange([&] { Add(outcome.seen, Look(settings, standIns)); });
+        Add(outcome.seen, outcome.before);
+        recorder.Arm(fault.call, fault.code, operation.from, operation.until);
+        Do(host, operation.act);
+        outcome.thrown = Finish(host);
+        recorder.Disarm();
+        outcome.after = Look(settings, standIns);
+        outcome.boxes = standIns.User().Texts();
+        Add(outcome.seen, outcome.after);
+        AddAbsence(outcome.seen, outcome.before);
+    }
+    outcome.calls = recorder.Calls();
+    outcome.windowsLeft = host.Thread().Windows().size();
+    for (const auto& [handle, place] : recorder.OpenHandles())
+        outcome.leftOpen.push_back(place);
+    CloseAll(recorder.OpenHandles());
+    return outcome;
+}
+
+} // namespace sweep

@@ -1,0 +1,53 @@
+// What the user does in one case of the fault sweep, and what came of it.
+#pragma once
+
+#include "sweep/SweepMachine.h"
+
+#include <set>
+#include <span>
+
+namespace sweep {
+
+// One row of the table of operations. `act` is swept: only its calls are counted and fail.
+struct Operation
+{
+    const char* name;
+    const char* tab;     // shown before `act`; null for none
+    bool managesClients; // desktop management is on beforehand
+    bool agrees;         // to what is asked
+    const char* from;    // counting begins with this function; null: at once
+    const char* until;   // and ends with this one, before the restart is offered; null: with the sheet
+    void (*edit)(support::AppletHost& host);
+    void (*act)(support::AppletHost& host);
+};
+
+std::ostream& operator<<(std::ostream& out, const Operation& operation);
+
+// Every operation that is swept.
+[[nodiscard]] std::span<const Operation> Operations();
+
+// How one run of an operation went.
+struct Outcome
+{
+    std::vector<Call> calls;
+    std::vector<std::string> boxes;
+    Picture before;
+    Picture after;
+    std::map<std::string, std::set<std::string>> seen; // all contents that each item ever had
+    std::vector<std::string> leftOpen;                 // what the applet opened and did not close
+    std::size_t windowsLeft = 0;
+    std::string thrown; // an exception that left CPlApplet
+};
+
+// The failing call of a run: its number, from 1, and its error; no call for 0.
+struct Fault
+{
+    std::size_t call = 0;
+    DWORD code = 0;
+};
+
+// Runs the operation on settings of its own. With `watchChanges`, `seen` is filled at every change.
+[[nodiscard]] Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault,
+                              bool watchChanges = false);
+
+} // namespace sweep

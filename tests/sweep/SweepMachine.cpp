@@ -1,0 +1,186 @@
+// See the header.
+#include "sweep/SweepMachine.h"
+
+#include "pages/Thresholds.h"
+
+#include <sstream>
+
+namespace sweep {
+namespace {
+
+using support::ServiceState;
+using support::TestKey;
+
+constexpr char agentServices[] = "SYSTEM\\CurrentControlSet\\Services\\";
+constexpr char scriptText[] = "@echo off\r\nnet use h: \\\\server\\home\r\n";
+
+template <typename Value>
+std::string Text(const Value& value)
+{
+    std::ostringstream text;
+    text << value;
+    return text.str();
+}
+
+void AddKey(Picture& picture, const TestKey& key)
+{
+    if (!key.Exists())
+        return;
+    picture[key.Path()] = "a key";
+    for (const std::string& name : key.ValueNames())
+        picture[key.Path() + ", " + name] = Text(*key.Value(name));
+    for (const std::string& name : key.SubkeyNames())
+        AddKey(picture, key.Subkey(name));
+}
+
+void AddFiles(Picture& picture, const std::string& directory)
+{
+    for (const auto& file : std::filesystem::recursive_directory_iterator(directory)) {
+        const std::string path = file.path().string();
+        picture[path] = file.is_directory() ? "a directory" : support::ReadBytes(path).value_or("unreadable");
+    }
+}
+
+void AddService(Picture& picture, const std::string& name, const support::ScriptedService& service)
+{
+    picture["service " + name + ", state"] = std::to_string(service.states.front().dwCurrentState);
+    picture["service " + name + ", start type"] = std::to_string(service.startType);
+    picture["service " + name + ", needs"] = testing::PrintToString(service.dependencies);
+}
+
+void Empty(const std::string& directory)
+{
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+        std::filesystem::permissions(entry, std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::add);
+        std::filesystem::remove_all(entry);
+    }
+}
+
+} // namespace
+
+int AgreeingUser::Show(HWND /*owner*/, LPCSTR text, LPCSTR /*caption*/, UINT style)
+{
+    AgreeingUser& self = support::Turn<AgreeingUser>::Active();
+    self.m_recorder.CountBox();
+    self.m_texts.emplace_back(text == nullptr ? "" : text);
+    if ((style & MB_TYPEMASK) != MB_YESNO)
+        return IDOK;
+    return self.m_declines ? IDNO : IDYES;
+}
+
+Settings::Settings(const Subject& subject) : m_subject(subject)
+{
+    Empty(subject.windows.Path());
+    Empty(subject.scripts.Path());
+    FillAgents();
+    FillSnmp();
+    FillDesktop();
+}
+
+void Settings::FillAgents()
+{
+    const std::map<std::string, std::vector<std::string>> agents = {
+        {"VtMgHost", {"VTNHOST1", "VTNHOST2", "VTNSNMP", "Parameters"}},
+        {"VtMgServ", {"VTNRACK", "VTNSNMP", "Parameters"}},
+        {"VtMgStor", {"VTNSNMP", "Parameters"}},
+        {"VTNNicMgmt", {"VTNMNIC", "VTNNICS", "VTNNISNMP", "Parameters"}},
+    };
+    for (const auto& [service, subkeys] : agents) {
+        for (const std::string& subkey : subkeys)
+            TestKey(agentServices + service + "\\" + subkey).SetString("DisplayName", subkey + " Agent");
+    }
+    TestKey(std::string(agentServices) + "VtMgHost\\Parameters").SetMultiString("SubServices", {"VTNHOST1"});
+    m_machine.hostParameters.SetBinary("ProcMon", {0x83, 'a', '.', 'e', 'x', 'e', 0});
+    m_machine.arrayAgent.SetDword("DisableFlags", 0x12);
+}
+
+void Settings::FillSnmp()
+{
+    m_snmpService.Create();
+    m_machine.product.SetString("ServerRole", "Mail");
+    m_machine.hostSnmp.SetDword("SetsEnabled", 0x1);
+    m_machine.hostSnmp.SetDword("Timeout", 30000);
+    m_machine.hostAgent.SetDword("HostFlags", 1);
+    m_machine.activeDebugger.SetString("Debugger", "winedbg");
+    m_machine.parkedDebugger.SetString("Debugger", "vtndbg -p %ld");
+    m_trap.Subkey("Host\\Component\\GenericTrap").SetBinary("TrapData", {1});
+    m_thresholds.Delete();
+    for (const char* const key : thresholdKeys)
+        TestKey(key).SetDword("Rising", 90);
+}
+
+void Settings::FillDesktop()
+{
+    m_machine.productOptions.SetString("ProductType", "LanmanNT");
+    m_serverParameters.SetMultiString("NullSessionShares", {"COMCFG", "DFS$"});
+    const std::string agents = m_subject.windows.File("system32\\vtnmgmt");
+    std::filesystem::create_directories(agents);
+    support::WriteBytes(agents + "\\VTNCLNT.EXE", "the client");
+    support::WriteBytes(m_subject.scripts.File("LOGIN.BAT"), scriptText);
+}
+
+void Settings::SwitchDesktopManagementOn()
+{
+    m_machine.hostAgent.SetString("ClientIni", m_subject.scripts.File("LOGIN.BAT"));
+    m_serverParameters.SetMultiString("NullSessionShares", {"COMCFG", "VTNDATA", "DFS$"});
+    support::WriteBytes(m_subject.scripts.File("VTNCLNT.EXE"), "the client");
+    support::WriteBytes(m_subject.scripts.File("VTNCLNT.INI"),
+                        "[Options]\r\nDestinationDirectory=\\\\a\\b\r\n");
+    support::WriteBytes(m_subject.scripts.File("LOGIN.BAT"),
+                        std::string("rem End of VORTAN section\r\n") + scriptText);
+}
+
+void Settings::AddTo(Picture& picture) const
+{
+    const std::array<const TestKey*, 10> keys = {
+        &m_machine.productOptions, &m_machine.hostAgents, &m_machine.serverAgents,   &m_machine.storageAgents,
+        &m_machine.nicAgents,      &m_machine.product,    &m_machine.activeDebugger, &m_snmpService,
+        &m_serverParameters,       &m_thresholds};
+    for (const TestKey* const key : keys)
+        AddKey(picture, *key);
+    AddFiles(picture, m_subject.windows.Path());
+    AddFiles(picture, m_subject.scripts.Path());
+}
+
+StandIns::StandIns(HMODULE module, const Settings& settings, CallRecorder& recorder)
+    : m_services(module), m_shares(module), m_libraries(module), m_clock(module), m_user(module, recorder)
+{
+    s_trap.clear();
+    m_libraries.Add("VTNMHOST.DLL");
+    m_libraries.SetEntry("VTNMHOST.DLL", "sendVtnUserTrap", &SendTrap);
+    m_board.record = {1, 1, 0, 0};
+    m_tasks.names = {"services.exe", "explorer.exe"};
+    m_shares.Add("NETLOGON", {.path = settings.ScriptDirectory()});
+    const auto running = [](const char* displayName) {
+        return support::ScriptedService{.displayName = displayName,
+                                        .states = {ServiceState(SERVICE_RUNNING)}};
+    };
+    for (const char* const name : {"VtMgHost", "VtMgStor", "VTNNicMgmt", "VtnWebWmi"})
+        m_services.Add(name, running(name));
+    m_services.Add("VtMgServ", {.displayName = "VtMgServ"});
+    support::ScriptedService snmp = running("SNMP Service");
+    snmp.dependents = {"VtMgHost", "VtMgStor"};
+    m_services.Add("SNMP", snmp);
+}
+
+DWORD StandIns::SendTrap(const char* text)
+{
+    s_trap = text;
+    return ERROR_SUCCESS;
+}
+
+void StandIns::AddTo(Picture& picture) const
+{
+    for (const char* const name : {"VtMgHost", "VtMgServ", "VtMgStor", "VTNNicMgmt", "VtnWebWmi", "SNMP"})
+        AddService(picture, name, m_services.Service(name));
+    if (const auto share = m_shares.Find("VTNDATA"))
+        picture["share VTNDATA"] = Text(*share);
+    picture["board"] = std::to_string(m_board.written.size()) + " writes";
+    for (const BoardData& data : m_board.written)
+        picture["board"] += Text(data.battery) + Text(data.remoteAlerting) + Text(data.serverResetPending) +
+                            Text(data.resetRequest);
+    picture["trap"] = s_trap.empty() ? "not sent" : "sent";
+}
+
+} // namespace sweep

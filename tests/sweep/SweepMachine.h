@@ -1,0 +1,110 @@
+// The machine of the sweeps: a domain controller with all its agents, services, shares, files and a
+// management board, made up where Wine has none, and one picture of everything on it that the applet may
+// change.
+#pragma once
+
+#include "applet/AppletTest.h"
+#include "support/BoardScript.h"
+#include "support/FakeClock.h"
+#include "support/HostAgent.h"
+#include "support/ServiceScript.h"
+#include "support/ShareScript.h"
+#include "support/TaskListScript.h"
+#include "support/TestDirectory.h"
+#include "sweep/CallRecorder.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace sweep {
+
+// Contents of everything that can be changed, by name: registry values, files, shares, services, the board.
+using Picture = std::map<std::string, std::string>;
+
+// The user: agrees to everything, and keeps the texts of the message boxes.
+class AgreeingUser
+{
+  public:
+    AgreeingUser(HMODULE module, CallRecorder& recorder)
+        : m_recorder(recorder), m_turn(this), m_messageBox(module, "MessageBoxA", &Show)
+    {
+    }
+
+    // From now on the answer to a question is no.
+    void Decline() { m_declines = true; }
+    [[nodiscard]] std::vector<std::string> Texts() const { return m_texts; }
+
+  private:
+    static int WINAPI Show(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
+
+    CallRecorder& m_recorder;
+    std::vector<std::string> m_texts;
+    bool m_declines = false;
+    support::Turn<AgreeingUser> m_turn;
+    support::ReplacedImport m_messageBox;
+};
+
+// What all cases share: the loaded applet, and two directories whose names stay the same.
+struct Subject
+{
+    support::AppletHost host{appletPath};
+    support::TestDirectory windows;
+    support::TestDirectory scripts;
+    support::SavedVariable systemRoot{"SystemRoot", windows.Path()};
+};
+
+// What lies in the registry and on the disk; made anew for each case, and gone without a trace afterwards.
+class Settings
+{
+  public:
+    explicit Settings(const Subject& subject);
+
+    // Desktop management is on, with everything that belongs to it.
+    void SwitchDesktopManagementOn();
+    void AddTo(Picture& picture) const;
+
+    [[nodiscard]] const TestMachine& Machine() const { return m_machine; }
+    [[nodiscard]] std::string ScriptDirectory() const { return m_subject.scripts.Path(); }
+
+  private:
+    void FillAgents();
+    void FillSnmp();
+    void FillDesktop();
+
+    TestMachine m_machine;
+    support::SavedKey m_snmpService{"SYSTEM\\CurrentControlSet\\Services\\SNMP"};
+    support::SavedKey m_serverParameters{"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters"};
+    support::SavedKey m_trap{"SYSTEM\\VortanHost"};
+    support::SavedKey m_thresholds{"SYSTEM\\VortanPermanent"};
+    const Subject& m_subject;
+};
+
+// What only the test makes up, in front of the loaded applet.
+class StandIns
+{
+  public:
+    StandIns(HMODULE module, const Settings& settings, CallRecorder& recorder);
+
+    [[nodiscard]] AgreeingUser& User() { return m_user; }
+    [[nodiscard]] std::vector<std::string> UserTexts() const { return m_user.Texts(); }
+    [[nodiscard]] support::ShareScript& Shares() { return m_shares; }
+    [[nodiscard]] support::ServiceScript& Services() { return m_services; }
+    [[nodiscard]] support::LibraryScript& Libraries() { return m_libraries; }
+    void AddTo(Picture& picture) const;
+
+  private:
+    static DWORD SendTrap(const char* text);
+
+    static inline std::string s_trap;
+    support::ServiceScript m_services;
+    support::ShareScript m_shares;
+    support::LibraryScript m_libraries;
+    support::BoardScript m_board{m_libraries};
+    support::TaskListScript m_tasks{m_libraries};
+    support::FakeClock m_clock;
+    support::ReadyAlerter m_alerter;
+    AgreeingUser m_user;
+};
+
+} // namespace sweep
