@@ -78,8 +78,8 @@ std::string FindScriptDirectory()
 {
     OSVERSIONINFOA version{};
     version.dwOSVersionInfoSize = sizeof version;
-    GetVersionExA(&version);
-    if (version.dwMajorVersion >= windows2000)
+    // A system that does not tell its version is none of the old ones.
+    if (!GetVersionExA(&version) || version.dwMajorVersion >= windows2000)
         return NetLogonShareDirectory();
     return IsServiceActive("Replicator") ? ReplicatorDirectory() : NetLogonDirectory();
 }

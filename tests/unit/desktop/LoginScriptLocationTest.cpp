@@ -1,6 +1,7 @@
 // Where login scripts lie, by version of Windows.
 #include "desktop/LoginScriptLocation.h"
 
+#include "support/FailNth.h"
 #include "support/ServiceScript.h"
 #include "support/ShareScript.h"
 #include "support/TestRegistry.h"
@@ -48,6 +49,13 @@ TEST_F(ScriptDirectory, IsEmptyWhenItDoesNotFitAPath)
     m_shares.Add("NETLOGON", {.path = "C:\\" + std::string(257, 'a')});
     EXPECT_EQ(FindScriptDirectory(), "");
     EXPECT_EQ(m_shares.BuffersLeft(), 0);
+}
+
+TEST_F(ScriptDirectory, IsThatOfTheShareWhenTheSystemDoesNotTellItsVersion)
+{
+    m_shares.Add("NETLOGON", {.path = "C:\\scripts"});
+    const support::FailNth<"GetVersionExA", decltype(GetVersionExA)> fail(self, 1, FALSE);
+    EXPECT_EQ(FindScriptDirectory(), "C:\\scripts");
 }
 
 BOOL WINAPI AnswerVersion4(LPOSVERSIONINFOA version)
