@@ -218,6 +218,14 @@ bool Fits(const Rule& rule, const Operation& operation, const Call& call, const 
            std::string(operation.name).starts_with(rule.operation);
 }
 
+// The call that stops SNMP, in a restart; the end without one.
+auto FindStopOfSnmp(const std::vector<Call>& calls)
+{
+    return std::find_if(calls.begin(), calls.end(), [](const Call& call) {
+        return call.function == "ControlService" && call.place == "ServicesActive, SNMP";
+    });
+}
+
 // SNMP does not stop while a service that depends on it runs, because that one was not stopped or not listed.
 bool KeepsSnmpRunning(const std::vector<Call>& calls, std::size_t index)
 {
@@ -225,10 +233,7 @@ bool KeepsSnmpRunning(const std::vector<Call>& calls, std::size_t index)
     const std::string& function = calls[index].function;
     const bool isNeeded = function.starts_with("Open") || function == "EnumDependentServicesA" ||
                           function == "QueryServiceStatus" || function == "ControlService";
-    const auto stopsSnmp = [](const Call& call) {
-        return call.function == "ControlService" && call.place == "ServicesActive, SNMP";
-    };
-    const auto stop = std::find_if(calls.begin(), calls.end(), stopsSnmp);
+    const auto stop = FindStopOfSnmp(calls);
     // The first handle of SNMP is opened for the list.
     const auto list = std::find_if(calls.begin(), calls.end(), [](const Call& call) {
         return call.function == "EnumDependentServicesA";
@@ -237,6 +242,14 @@ bool KeepsSnmpRunning(const std::vector<Call>& calls, std::size_t index)
     return stop != calls.end() && isNeeded &&
            ((at < stop && about.starts_with("ServicesActive, VtMg")) ||
             (at <= list && about == "ServicesActive, SNMP"));
+}
+
+// Where SNMP's failure is told then: the number of messages before it in the run without a fault.
+std::optional<std::size_t> BoxOfSnmp(const std::vector<Call>& calls, const Fault& fault)
+{
+    if (fault.code == ERROR_MORE_DATA || !KeepsSnmpRunning(calls, fault.call - 1))
+        return std::nullopt;
+    return FindStopOfSnmp(calls)->boxes;
 }
 
 Expectation ExpectedOfRegistry(const Operation& operation, const std::vector<Call>& calls, std::size_t index,
@@ -264,25 +277,27 @@ Expectation Expected(const Operation& operation, const std::vector<Call>& calls,
         if (!Fits(rule, operation, calls[index], about, fault.code))
             continue;
         Expectation expectation = rule.expectation;
-        expectation.keepsSnmpRunning = KeepsSnmpRunning(calls, index);
+        expectation.boxOfSnmp = BoxOfSnmp(calls, fault);
         return expectation;
     }
     if (IsKeyCall(calls[index]))
         return ExpectedOfRegistry(operation, calls, index, fault.code);
-    return {.keepsSnmpRunning = fault.code != ERROR_MORE_DATA && KeepsSnmpRunning(calls, index)};
+    return {.boxOfSnmp = BoxOfSnmp(calls, fault)};
 }
 
 bool MayBeMissing(const std::vector<Call>& calls, const Fault& fault, const Call& change)
 {
-    const std::string about = AboutOf(calls, fault.call - 1);
     const Call& failed = calls[fault.call - 1];
+    const bool isManager = failed.function == "OpenSCManagerA";
+    const std::string about = isManager ? AboutOf(calls, fault.call - 1) : failed.place;
     // Without the manager no service is configured.
-    if (failed.function == "OpenSCManagerA" && change.function == "ChangeServiceConfigA")
+    if (isManager && change.function == "ChangeServiceConfigA")
         return true;
-    // Without the list of its dependents, SNMP alone is stopped and started.
-    const bool isOfDependents =
-        about == "ServicesActive, SNMP" && change.place.find("ServicesActive, VtMg") != npos;
-    return isOfDependents || change.place.find(about) != npos;
+    // Services that are not listed are neither stopped nor started, and SNMP is not started if it could not
+    // stop.
+    const bool isChained =
+        KeepsSnmpRunning(calls, fault.call - 1) && change.place.starts_with("ServicesActive, ");
+    return isChained || change.place.find(about) != npos;
 }
 
 } // namespace sweep

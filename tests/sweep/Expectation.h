@@ -4,6 +4,8 @@
 
 #include "sweep/Operation.h"
 
+#include <optional>
+
 namespace sweep {
 
 // How an operation goes on after a failed call.
@@ -19,10 +21,11 @@ enum class Ending
 struct Expectation
 {
     Ending ending = Ending::GoesOn;
-    UINT text = 0;                 // the message's, in the string table
-    bool keepsOpen = false;        // what the call was given: its key or library
-    bool changesContents = false;  // a default stands in for what was not read, so other things are written
-    bool keepsSnmpRunning = false; // SNMP cannot stop either, which is told, too
+    UINT text = 0;                // the message's, in the string table
+    bool keepsOpen = false;       // what the call was given: its key or library
+    bool changesContents = false; // a default stands in for what was not read, so other things are written
+    // SNMP cannot stop either, which is told, too: after so many messages of the run without a fault.
+    std::optional<std::size_t> boxOfSnmp = std::nullopt;
 };
 
 // `call` is the failing one's number, from 1, among those of the run without a fault.

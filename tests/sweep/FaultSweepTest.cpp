@@ -85,14 +85,16 @@ class Comparison
         const std::size_t count = GoesOn() ? m_reference.boxes.size() : m_call.boxes;
         for (std::size_t i = 0; i < count; ++i)
             expected.push_back(FirstLine(m_reference.boxes[i]));
-        auto place = expected.begin() + static_cast<std::ptrdiff_t>(m_call.boxes);
-        if (m_expected.ending == Ending::Replaces)
-            *place = FirstLine(Text(m_module, m_expected.text));
+        const auto place = [&](std::size_t boxes) {
+            return expected.begin() + static_cast<std::ptrdiff_t>(boxes);
+        };
+        const bool isAdded = m_expected.text != 0 && m_expected.ending != Ending::Replaces;
+        if (m_expected.boxOfSnmp)
+            expected.insert(place(*m_expected.boxOfSnmp), FirstLine(Text(m_module, IDS_CANNOT_STOP)));
+        if (isAdded)
+            expected.insert(place(m_call.boxes), FirstLine(Text(m_module, m_expected.text)));
         else if (m_expected.text != 0)
-            place = expected.insert(place, FirstLine(Text(m_module, m_expected.text)));
-        if (m_expected.keepsSnmpRunning)
-            expected.insert(place + (m_expected.text != 0 ? 1 : 0),
-                            FirstLine(Text(m_module, IDS_CANNOT_STOP)));
+            *place(m_call.boxes) = FirstLine(Text(m_module, m_expected.text));
         ASSERT_EQ(m_found.boxes.size(), expected.size()) << testing::PrintToString(m_found.boxes);
         for (std::size_t i = 0; i < expected.size() && m_call.function != "LoadStringA"; ++i)
             EXPECT_TRUE(m_found.boxes[i].starts_with(expected[i]))
