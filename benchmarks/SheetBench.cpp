@@ -164,12 +164,25 @@ void CompareOpenings(Subject& subject)
     }
 }
 
+// The title bears the version of the library's own file.
+void ReadVersion(HMODULE module)
+{
+    std::array<char, MAX_PATH> path{};
+    GetModuleFileNameA(module, path.data(), MAX_PATH);
+    DWORD ignored = 0;
+    std::vector<BYTE> version(GetFileVersionInfoSizeA(path.data(), &ignored));
+    GetFileVersionInfoA(path.data(), 0, static_cast<DWORD>(version.size()), version.data());
+}
+
+// The same with the registry calls and the reading of the version before the bare sheet.
 void CompareOpeningWithRegistry(Subject& subject, const std::vector<Call>& calls)
 {
     Openings openings(subject);
     RegistryReplay replay(calls);
-    openings.CompareWithBareSheet("open the sheet: a bare sheet and the registry calls", 0,
-                                  [&] { replay.Run(); });
+    openings.CompareWithBareSheet("open the sheet: a bare sheet and what it must ask", 0, [&] {
+        replay.Run();
+        ReadVersion(subject.host.Module());
+    });
 }
 
 void PrintCalls(const char* name, std::size_t calls, std::size_t least)
