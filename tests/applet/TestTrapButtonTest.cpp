@@ -33,6 +33,7 @@ TEST_F(TestTrapButton, TellsThatTheAlerterIsNotReady)
 
 TEST_F(TestTrapButton, TellsThatTheTrapCouldNotBeGenerated)
 {
+    support::InstalledHostAgent::Remove();
     const support::ReadyAlerter alerter;
     ExpectBox(notGenerated, errorCaption, MB_ICONEXCLAMATION);
 }

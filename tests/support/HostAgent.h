@@ -49,13 +49,16 @@ class InstalledHostAgent
         std::filesystem::copy_file(BesideThisProgram(file), Path(),
                                    std::filesystem::copy_options::overwrite_existing);
     }
-    ~InstalledHostAgent()
+    ~InstalledHostAgent() { Remove(); }
+    InstalledHostAgent(const InstalledHostAgent&) = delete;
+    InstalledHostAgent& operator=(const InstalledHostAgent&) = delete;
+
+    // Makes the machine one without the library, whatever an earlier run has left there.
+    static void Remove()
     {
         std::error_code ignored; // a library that a failed test left loaded stays
         std::filesystem::remove_all(Path().parent_path().parent_path(), ignored);
     }
-    InstalledHostAgent(const InstalledHostAgent&) = delete;
-    InstalledHostAgent& operator=(const InstalledHostAgent&) = delete;
 
     // The text of the last trap; empty when there was none.
     [[nodiscard]] static std::string SentText() { return EnvironmentVariable("VTN_TEST_TRAP_TEXT"); }

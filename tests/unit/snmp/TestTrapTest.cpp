@@ -52,6 +52,7 @@ TEST_F(TestTrap, IsNotSentBeforeTheAlerterIsReady)
 
 TEST_F(TestTrap, LeavesTheAlertersMutexAlone)
 {
+    InstalledHostAgent::Remove();
     {
         const support::ReadyAlerter alerter;
         EXPECT_EQ(SendTestTrap(m_text), TestTrapOutcome::NotGenerated);
@@ -61,6 +62,7 @@ TEST_F(TestTrap, LeavesTheAlertersMutexAlone)
 
 TEST_F(TestTrap, IsNotGeneratedWithoutTheLibrary)
 {
+    InstalledHostAgent::Remove();
     const support::ReadyAlerter alerter;
     EXPECT_EQ(SendTestTrap(m_text), TestTrapOutcome::NotGenerated);
     EXPECT_EQ(m_text, "");
@@ -278,6 +280,7 @@ TEST_F(AlerterMutex, LeavesNoKeyOpenThatItWasLookedForIn)
 
 TEST_F(AlerterMutex, IsFoundByItsGlobalName)
 {
+    InstalledHostAgent::Remove();
     const support::ReadyAlerter alerter(globalName);
     EXPECT_EQ(OpenedName(5, VER_SUITE_TERMINAL), globalName);
     EXPECT_EQ(m_outcome, TestTrapOutcome::NotGenerated); // ready, but without a library
