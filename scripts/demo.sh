@@ -16,7 +16,7 @@ put() {
 put_files() {
   local agents="$WINDOWS/system32/vtnmgmt"
   put "$BUILT/vtnmgmt.cpl" "$WINDOWS/system32/vtnmgmt.cpl"
-  [ ! -e "$BUILT/vthstutl.dll" ] || put "$BUILT/vthstutl.dll" "$WINDOWS/system32/vthstutl.dll"
+  put "$BUILT/vthstutl.dll" "$WINDOWS/system32/vthstutl.dll"
   put "$BUILT/demo/RB4USER.DLL" "$WINDOWS/system32/RB4USER.DLL"
   put "$BUILT/demo/shares/netapi32.dll" "$WINDOWS/system32/netapi32.dll"
   put "$BUILT/demo/VTNMHOST.DLL" "$agents/vtmghost/VTNMHOST.DLL"
