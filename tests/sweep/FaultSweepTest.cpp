@@ -12,7 +12,7 @@ namespace {
 
 using namespace sweep;
 
-constexpr std::size_t sampleSize = 6; // cases of each operation
+constexpr std::size_t sampleSize = 4; // cases of each operation
 
 // Beginning of a text of the string table, up to the first line's end or insert.
 std::string FirstLine(const std::string& text)

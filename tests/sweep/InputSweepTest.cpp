@@ -12,7 +12,7 @@ namespace {
 using namespace sweep;
 using support::Bytes;
 
-constexpr std::size_t sampleSize = 2; // inputs of each value
+constexpr std::size_t sampleSize = 1; // inputs of each value
 
 constexpr DWORD types[] = {REG_NONE,     REG_SZ,   REG_EXPAND_SZ, REG_BINARY, REG_DWORD, REG_DWORD_BIG_ENDIAN,
                            REG_MULTI_SZ, REG_QWORD};
