@@ -99,8 +99,8 @@ std::string AboutOf(const std::vector<Call>& calls, std::size_t index)
 {
     const Call& call = calls[index];
     const Call* const before = index > 0 ? &calls[index - 1] : nullptr;
-    // Managers are opened for a service, libraries loaded for an entry.
-    if (call.function == "OpenSCManagerA")
+    // Managers are opened for a service, libraries loaded for an entry; the computer's name goes into a file.
+    if (call.function == "OpenSCManagerA" || call.function == "GetComputerNameA")
         return calls[index + 1].place;
     if (call.function == "LoadLibraryA" || call.function == "ExpandEnvironmentStringsA") {
         for (std::size_t next = index + 1; next < std::min(index + 3, calls.size()); ++next) {
@@ -160,6 +160,8 @@ constexpr Rule rules[] = {
     {"switch", "WriteFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "SetEndOfFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "_access", " at last", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
+    {"switch", "GetComputerNameA", "LOGIN.BAT", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
+    {"switch", "GetComputerNameA", "VTNCLNT.INI", anyCode, EndsWith(IDS_CLIENT_PROFILE_FAILED)},
     {"switch", "CopyFileA", "", anyCode, EndsWith(IDS_CLIENT_COPY_FAILED)},
     {"switch", "ExpandEnvironmentStringsA", "vtndata", anyCode, EndsWith(IDS_SHARE_ADD_FAILED)},
     {"switch", "ExpandEnvironmentStringsA", "%SystemRoot%", anyCode, EndsWith(IDS_CLIENT_COPY_FAILED)},
