@@ -34,7 +34,8 @@ HelpKeyHook::HelpKeyHook()
 
 HelpKeyHook::~HelpKeyHook()
 {
-    sheetWindow = m_outerSheet;
+    // A host may have destroyed it meanwhile, and its handle may be another window's by now.
+    sheetWindow = m_outerSheet != nullptr && IsWindow(m_outerSheet) != FALSE ? m_outerSheet : nullptr;
 }
 
 LRESULT CALLBACK HelpKeyHook::FilterMessage(int code, WPARAM wParam, LPARAM lParam)

@@ -12,30 +12,37 @@
 #include "sysaccess/MessageBoxes.h"
 
 #include <optional>
+#include <utility>
 
 namespace {
 
-// Makes the Control Panel's window the application's main window for as long as it lives.
+// Makes the Control Panel's window the application's main window for as long as it lives. Above a sheet that
+// is up already the window has an object, which then serves both.
 class MainWindowScope
 {
   public:
-    explicit MainWindowScope(HWND controlPanel)
+    explicit MainWindowScope(HWND controlPanel) : m_window(CWnd::FromHandlePermanent(controlPanel))
     {
-        m_window.Attach(controlPanel);
-        theApp.m_pMainWnd = &m_window;
+        if (m_window == nullptr) {
+            m_own.Attach(controlPanel);
+            m_window = &m_own;
+        }
+        m_former = std::exchange(theApp.m_pMainWnd, m_window);
     }
     ~MainWindowScope()
     {
-        theApp.m_pMainWnd = nullptr;
-        m_window.Detach();
+        theApp.m_pMainWnd = m_former;
+        m_own.Detach();
     }
     MainWindowScope(const MainWindowScope&) = delete;
     MainWindowScope& operator=(const MainWindowScope&) = delete;
 
-    CWnd* Window() { return &m_window; }
+    [[nodiscard]] CWnd* Window() const { return m_window; }
 
   private:
-    CWnd m_window;
+    CWnd m_own;
+    CWnd* m_window;
+    CWnd* m_former = nullptr;
 };
 
 // Runs the sheet; the decision stays at no restart unless it ended with OK.

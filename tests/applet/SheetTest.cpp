@@ -4,6 +4,7 @@
 #include "support/ImportHook.h"
 
 #include <commctrl.h>
+#include <cpl.h>
 #include <stdexcept>
 
 namespace {
@@ -171,6 +172,59 @@ TEST_F(Sheet, PassesExceptionsOnThatAreNoRefusalsAndOpensAgain)
     }
     m_host.Open();
     m_host.PressCancel();
+}
+
+// --- one above the other
+
+// The host's window, which opens the applet whenever it is told to, while a sheet is up too.
+class OpeningFrame
+{
+  public:
+    explicit OpeningFrame(const support::AppletHost& host)
+        : m_frame(host.Frame()),
+          m_former(SetWindowLongPtrA(m_frame, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)))
+    {
+        applet = reinterpret_cast<APPLET_PROC>(
+            reinterpret_cast<void*>(GetProcAddress(host.Module(), "CPlApplet")));
+        former = reinterpret_cast<WNDPROC>(m_former);
+    }
+    ~OpeningFrame() { SetWindowLongPtrA(m_frame, GWLP_WNDPROC, m_former); }
+    OpeningFrame(const OpeningFrame&) = delete;
+    OpeningFrame& operator=(const OpeningFrame&) = delete;
+
+    void TellToOpen() const { PostMessageA(m_frame, openMessage, 0, 0); }
+
+  private:
+    static constexpr UINT openMessage = WM_APP + 100;
+
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        return message == openMessage ? applet(window, CPL_DBLCLK, 0, 0)
+                                      : CallWindowProcA(former, window, message, wParam, lParam);
+    }
+
+    static inline APPLET_PROC applet = nullptr;
+    static inline WNDPROC former = nullptr;
+    HWND m_frame;
+    LONG_PTR m_former;
+};
+
+TEST_F(Sheet, OpenedAboveAnotherBelongsToTheHostTooAndLeavesTheOtherUsable)
+{
+    const OpeningFrame frame(m_host);
+    m_host.Open();
+    const HWND lower = m_host.Sheet().Window();
+    frame.TellToOpen();
+    ASSERT_TRUE(support::WaitUntil([&] { return m_host.Sheet().Window() != lower; }));
+    m_host.Thread().Settle();
+    EXPECT_EQ(GetWindow(m_host.Sheet().Window(), GW_OWNER), m_host.Frame());
+    m_host.Sheet().Click(IDCANCEL);
+    ASSERT_TRUE(support::WaitUntil([&] { return m_host.Sheet().Window() == lower; }));
+    EXPECT_FALSE(IsWindowEnabled(m_host.Frame()));
+    m_host.Page("Storage").Click(IDC_STORAGE_SAS_TAPE);
+    EXPECT_TRUE(m_host.Page("Storage").IsChecked(IDC_STORAGE_SAS_TAPE));
+    m_host.PressCancel();
+    EXPECT_TRUE(IsWindowEnabled(m_host.Frame()));
 }
 
 } // namespace
