@@ -2,6 +2,7 @@
 #include "pages/ProcessList.h"
 
 #include "pages/ListedNames.h"
+#include "pages/RedrawPause.h"
 #include "pages/TaskList.h"
 #include "resources/resource.h"
 #include "sysaccess/ConfigurationError.h"
@@ -14,23 +15,6 @@ namespace {
 constexpr int optionColumn = 80; // dialog units from the list's left edge
 
 constexpr UINT itemMargin = 1; // pixels from a line's left edge to its text
-
-// A list box redraws at every line that it is given: with thousands of them for seconds.
-class RedrawPause
-{
-  public:
-    explicit RedrawPause(CWnd& window) : m_window(window) { m_window.SetRedraw(FALSE); }
-    ~RedrawPause()
-    {
-        m_window.SetRedraw(TRUE);
-        m_window.Invalidate();
-    }
-    RedrawPause(const RedrawPause&) = delete;
-    RedrawPause& operator=(const RedrawPause&) = delete;
-
-  private:
-    CWnd& m_window;
-};
 
 CString LowerCase(const char* name)
 {

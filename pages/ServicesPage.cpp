@@ -1,8 +1,10 @@
 // The Services page's view of the agent services' settings.
 #include "pages/ServicesPage.h"
 
+#include "pages/RedrawPause.h"
 #include "pages/TextMeter.h"
 #include "resources/resource.h"
+#include "sysaccess/ConfigurationError.h"
 
 #include <algorithm>
 
@@ -12,23 +14,6 @@ constexpr WORD agentMoved = 0x1;
 
 // An item's data has 16 bits for the entry; further ones could not be told from those of the next group.
 constexpr std::size_t mostEntries = 0x10000;
-
-// Nothing is painted while a list is filled, which makes it a thousand times faster.
-class RedrawOff
-{
-  public:
-    explicit RedrawOff(CWnd& window) : m_window(window) { m_window.SetRedraw(FALSE); }
-    ~RedrawOff()
-    {
-        m_window.SetRedraw(TRUE);
-        m_window.Invalidate();
-    }
-    RedrawOff(const RedrawOff&) = delete;
-    RedrawOff& operator=(const RedrawOff&) = delete;
-
-  private:
-    CWnd& m_window;
-};
 
 } // namespace
 
@@ -76,8 +61,8 @@ BOOL CVtnServicesPropPage::OnInitDialog()
 
 void CVtnServicesPropPage::FillLists()
 {
-    const RedrawOff activeRedraw(m_active.list);
-    const RedrawOff inactiveRedraw(m_inactive.list);
+    const RedrawPause activeRedraw(m_active.list);
+    const RedrawPause inactiveRedraw(m_inactive.list);
     for (Side* side : {&m_active, &m_inactive}) {
         side->list.ResetContent();
         side->count = 0;
@@ -87,21 +72,28 @@ void CVtnServicesPropPage::FillLists()
         const std::size_t count = std::min(entries.size(), mostEntries);
         for (std::size_t j = 0; j < count; ++j) {
             if (entries[j].listable)
-                Append(entries[j].active ? m_active : m_inactive, entries[j],
-                       static_cast<DWORD>(MAKELONG(j, i)));
+                List(entries[j], static_cast<DWORD>(MAKELONG(j, i)));
         }
     }
     FitScrolling(m_active);
     FitScrolling(m_inactive);
 }
 
-void CVtnServicesPropPage::Append(Side& side, const AgentEntry& entry, DWORD_PTR place)
+void CVtnServicesPropPage::List(const AgentEntry& entry, DWORD_PTR place)
+{
+    // Active agents that are missing from the list would be missing from what is saved.
+    if (!Append(entry.active ? m_active : m_inactive, entry, place))
+        throw configurationRefused;
+}
+
+bool CVtnServicesPropPage::Append(Side& side, const AgentEntry& entry, DWORD_PTR place)
 {
     const int position = side.list.InsertString(side.count, entry.displayName.c_str());
     if (position < 0)
-        return;
+        return false;
     side.list.SetItemData(position, place);
     ++side.count;
+    return true;
 }
 
 const AgentEntry& CVtnServicesPropPage::EntryAt(DWORD_PTR place) const
@@ -136,9 +128,11 @@ void CVtnServicesPropPage::Move(Side& from, Side& to, bool active)
     if (selection == LB_ERR)
         return;
     const DWORD_PTR place = from.list.GetItemData(selection);
+    // First the new item: an agent that finds no room there stays where it is.
+    if (!Append(to, EntryAt(place), place))
+        return;
     from.list.DeleteString(static_cast<UINT>(selection));
     --from.count;
-    Append(to, EntryAt(place), place);
     FitScrolling(from);
     FitScrolling(to);
     // The partner's own item stays where it is, on purpose: the user moves it, if at all.

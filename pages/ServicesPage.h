@@ -36,8 +36,10 @@ class CVtnServicesPropPage : public CVtnPropPage
     };
 
     void FillLists();
-    // Adds an agent at the end of its side; `place` says where its entry is.
-    void Append(Side& side, const AgentEntry& entry, DWORD_PTR place);
+    // Adds an agent at the end of the side where it belongs, or refuses; `place` says where its entry is.
+    void List(const AgentEntry& entry, DWORD_PTR place);
+    // Adds an agent at the end of a side; false when the list has no room for it.
+    static bool Append(Side& side, const AgentEntry& entry, DWORD_PTR place);
     [[nodiscard]] const AgentEntry& EntryAt(DWORD_PTR place) const;
     // Lets a list scroll sideways as far as its longest name reaches, and no farther.
     void FitScrolling(Side& side) const;

@@ -264,4 +264,44 @@ TEST_F(ServicesPage, ShowsItsHelpTopic)
     m_host.PressCancel();
 }
 
+// --- a list box that has no room for another item
+
+class ServicesPageRoom : public ServicesPage
+{
+  protected:
+    ServicesPageRoom() { AddAgents("VtMgHost", {"VTNA", "VTNB"}, {"VTNA", "VTNB"}); }
+
+    // From now on the lists take `room` items together.
+    auto Limit(int room)
+    {
+        return support::HookImport<decltype(SendMessageA)>(
+            m_host.Module(), "SendMessageA",
+            [=](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) mutable {
+                const bool isRefused = message == LB_INSERTSTRING && room-- <= 0;
+                return isRefused ? LRESULT{LB_ERRSPACE} : original(window, message, wParam, lParam);
+            });
+    }
+};
+
+TEST_F(ServicesPageRoom, KeepsAnAgentWhereItIsWhenTheOtherListIsFull)
+{
+    const DialogDriver page = Open();
+    const auto limit = Limit(0);
+    page.Click(removeButton);
+    ExpectLists(page, {"VTNA", "VTNB"}, {"VTNMHOST"});
+    EXPECT_EQ(m_host.PressOk(), 0);
+    support::ExpectAbsent(m_agents.Service("VtMgHost"), "Start");
+}
+
+TEST_F(ServicesPageRoom, RefusesAgentsThatItCannotListAll)
+{
+    const auto limit = Limit(1);
+    m_boxes.Answer(IDOK);
+    m_host.DoubleClick();
+    EXPECT_EQ(m_host.WaitForEnd(), 0);
+    ASSERT_EQ(m_boxes.Shown().size(), 1U);
+    EXPECT_EQ(m_boxes.Shown()[0].caption, "Management Agents Error");
+    support::ExpectMultiString(m_agents.Parameters("VtMgHost"), "SubServices", {"VTNA", "VTNB"});
+}
+
 } // namespace
