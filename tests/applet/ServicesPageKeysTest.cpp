@@ -12,9 +12,9 @@ namespace {
 TEST_F(ServicesPageMove, AltCAndAltIReachTheLists)
 {
     Open();
-    PressAltKey('i');
+    PressAltKeys("I");
     EXPECT_EQ(Focus(), inactiveList);
-    PressAltKey('c');
+    PressAltKeys("C");
     EXPECT_EQ(Focus(), activeList);
     m_host.PressCancel();
 }
@@ -22,10 +22,10 @@ TEST_F(ServicesPageMove, AltCAndAltIReachTheLists)
 TEST_F(ServicesPageMove, AltRMovesAgentsOneAfterTheOther)
 {
     const DialogDriver page = Open();
-    PressAltKey('c');
-    PressAltKey('r');
+    PressAltKeys("C");
+    PressAltKeys("R");
     ExpectLists(page, {"VTNB"}, {"VTNC", "VTNMHOST", "VTNA"});
-    PressAltKey('r');
+    PressAltKeys("R");
     ExpectLists(page, {}, {"VTNC", "VTNMHOST", "VTNA", "VTNB"});
     EXPECT_TRUE(page.IsEnabled(Focus()));
     m_host.PressCancel();
@@ -34,11 +34,11 @@ TEST_F(ServicesPageMove, AltRMovesAgentsOneAfterTheOther)
 TEST_F(ServicesPageMove, AltAMovesTheAgentThatTheArrowKeysSelect)
 {
     const DialogDriver page = Open();
-    PressAltKey('i');
+    PressAltKeys("I");
     m_host.PressKey(VK_DOWN);
-    PressAltKey('a');
+    PressAltKeys("A");
     ExpectLists(page, {"VTNA", "VTNB", "VTNMHOST"}, {"VTNC"});
-    PressAltKey('a');
+    PressAltKeys("A");
     ExpectLists(page, {"VTNA", "VTNB", "VTNMHOST", "VTNC"}, {});
     m_host.PressCancel();
 }
@@ -49,8 +49,8 @@ TEST_F(ServicesPageMove, TheKeysOfAnEmptyListDoNothing)
     page.Click(removeButton);
     page.Click(removeButton);
     const int focus = Focus();
-    PressAltKey('c');
-    PressAltKey('r');
+    PressAltKeys("C");
+    PressAltKeys("R");
     EXPECT_EQ(Focus(), focus);
     EXPECT_EQ(page.Items(inactiveList).size(), 4U);
     m_host.PressCancel();
@@ -76,7 +76,7 @@ class ServicesPageKeys : public ServicesPageMove
 TEST_F(ServicesPageKeys, TabGoesFromTheActiveAgentsOverTheButtonsToTheInactiveOnes)
 {
     Open();
-    PressAltKey('c');
+    PressAltKeys("C");
     EXPECT_EQ(TabThrough(4), (std::vector<int>{activeList, addButton, removeButton, inactiveList, IDOK}));
     m_host.PressCancel();
 }
@@ -84,10 +84,9 @@ TEST_F(ServicesPageKeys, TabGoesFromTheActiveAgentsOverTheButtonsToTheInactiveOn
 TEST_F(ServicesPageKeys, TabLeavesOutTheSideThatIsEmpty)
 {
     Open();
-    for (const char key : {'r', 'r', 'i'})
-        PressAltKey(key);
+    PressAltKeys("RRI");
     EXPECT_EQ(TabThrough(1), (std::vector<int>{inactiveList, IDOK}));
-    PressAltKey('a');
+    PressAltKeys("A");
     EXPECT_EQ(Focus(), addButton);
     m_host.PressCancel();
 }
@@ -95,8 +94,7 @@ TEST_F(ServicesPageKeys, TabLeavesOutTheSideThatIsEmpty)
 TEST_F(ServicesPageKeys, EnterInAListIsOk)
 {
     Open();
-    for (const char key : {'r', 'c'})
-        PressAltKey(key);
+    PressAltKeys("RC");
     m_host.PressKey(VK_RETURN);
     m_host.WaitForEnd();
     ExpectSaved(m_agents, "VtMgHost", {"VTNB"});
@@ -105,7 +103,7 @@ TEST_F(ServicesPageKeys, EnterInAListIsOk)
 TEST_F(ServicesPageKeys, EnterOnAButtonPressesIt)
 {
     const DialogDriver page = Open();
-    PressAltKey('c');
+    PressAltKeys("C");
     m_host.PressKey(VK_TAB);
     m_host.PressKey(VK_RETURN);
     ExpectLists(page, {"VTNA", "VTNB", "VTNC"}, {"VTNMHOST"});
@@ -115,8 +113,7 @@ TEST_F(ServicesPageKeys, EnterOnAButtonPressesIt)
 TEST_F(ServicesPageKeys, EnterPressesTheButtonThatTookTheFocusOver)
 {
     const DialogDriver page = Open();
-    for (const char key : {'a', 'a'})
-        PressAltKey(key);
+    PressAltKeys("AA");
     EXPECT_EQ(Focus(), removeButton);
     m_host.PressKey(VK_RETURN);
     ExpectLists(page, {"VTNB", "VTNC", "VTNMHOST"}, {"VTNA"});
@@ -126,8 +123,7 @@ TEST_F(ServicesPageKeys, EnterPressesTheButtonThatTookTheFocusOver)
 TEST_F(ServicesPageKeys, EscapeWritesNothing)
 {
     Open();
-    for (const char key : {'r', 'c'})
-        PressAltKey(key);
+    PressAltKeys("RC");
     m_host.PressKey(VK_ESCAPE);
     m_host.WaitForEnd();
     support::ExpectAbsent(m_agents.Service("VtMgHost"), "Start");
@@ -137,14 +133,14 @@ TEST_F(ServicesPageKeys, EscapeWritesNothing)
 TEST_F(ServicesPageKeys, ArrowKeysChooseWhatTheNextKeysMoveAndSave)
 {
     Open();
-    PressAltKey('c');
+    PressAltKeys("C");
     m_host.PressKey(VK_DOWN);
-    PressAltKey('r');
-    PressAltKey('i');
+    PressAltKeys("R");
+    PressAltKeys("I");
     m_host.PressKey(VK_END);
     m_host.PressKey(VK_UP);
-    PressAltKey('a');
-    PressAltKey('c');
+    PressAltKeys("A");
+    PressAltKeys("C");
     m_host.PressKey(VK_RETURN);
     m_host.WaitForEnd();
     ExpectSaved(m_agents, "VtMgHost", {"VTNA", "VTNMHOST"});
@@ -186,11 +182,11 @@ class ServicesPageAnyKeys : public ServicesPageKeys, public testing::WithParamIn
   protected:
     void PressAnyKey()
     {
-        constexpr std::array<char, 4> altKeys{'c', 'i', 'a', 'r'};
+        constexpr std::array<WORD, 4> altKeys{'C', 'I', 'A', 'R'};
         constexpr std::array<WORD, 3> keys{VK_DOWN, VK_UP, VK_SPACE};
         const std::size_t choice = m_random() % (altKeys.size() + keys.size());
         if (choice < altKeys.size())
-            PressAltKey(altKeys[choice]);
+            m_host.PressKeyWithAlt(altKeys[choice]);
         else
             m_host.PressKey(keys[choice - altKeys.size()]);
     }
@@ -211,7 +207,7 @@ class ServicesPageAnyKeys : public ServicesPageKeys, public testing::WithParamIn
 TEST_P(ServicesPageAnyKeys, LeaveTheFocusOnAnEnabledControlAndEveryAgentInOneList)
 {
     const DialogDriver page = Open();
-    PressAltKey('c');
+    PressAltKeys("C");
     for (int i = 0; i < 25; ++i) {
         PressAnyKey();
         ASSERT_TRUE(page.IsEnabled(Focus())) << Focus();

@@ -26,9 +26,11 @@ class ServicesPageLongName : public ServicesPage
     [[nodiscard]] int WidthOfName(HWND list) const
     {
         const HDC context = GetDC(nullptr);
-        SelectObject(context, reinterpret_cast<HGDIOBJ>(support::SendWithin(list, WM_GETFONT)));
+        const auto font = reinterpret_cast<HGDIOBJ>(support::SendWithin(list, WM_GETFONT));
+        const HGDIOBJ former = SelectObject(context, font);
         SIZE size{};
         GetTextExtentPoint32A(context, m_name.data(), static_cast<int>(m_name.size()), &size);
+        SelectObject(context, former);
         ReleaseDC(nullptr, context);
         return static_cast<int>(size.cx);
     }

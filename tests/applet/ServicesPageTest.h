@@ -8,6 +8,7 @@
 #include "support/ServiceScript.h"
 
 #include <array>
+#include <string_view>
 
 using support::DialogDriver;
 using Names = std::vector<std::string>;
@@ -46,12 +47,11 @@ class ServicesPage : public AppletTest
         return m_host.Page("Services");
     }
 
-    // Presses Alt with a letter, in the control that has the focus.
-    void PressAltKey(char letter) const
+    // Presses each of the letters' keys with Alt, in the control that has the focus by then.
+    void PressAltKeys(std::string_view letters) const
     {
-        constexpr LPARAM altIsDown = 1 << 29;
-        PostMessageA(m_host.Thread().Focus(), WM_SYSCHAR, static_cast<BYTE>(letter), altIsDown | 1);
-        m_host.Thread().Settle();
+        for (const char letter : letters)
+            m_host.PressKeyWithAlt(static_cast<BYTE>(letter));
     }
 
     // Double-clicks a row as the mouse does.
