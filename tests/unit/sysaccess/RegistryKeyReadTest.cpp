@@ -51,6 +51,20 @@ TEST_F(RegistryKey, QueryPassesMoreDataWithoutASizeOn)
     EXPECT_EQ(number, 5U);
 }
 
+TEST_F(RegistryKey, QueryReadsOnWhenMoreDataComesWithASize)
+{
+    m_stored.SetDword("Value", 7);
+    auto moreData = support::HookImport<decltype(RegQueryValueExA)>(
+        self, "RegQueryValueExA",
+        [](auto original, HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
+            const LSTATUS status = original(key, name, reserved, type, data, size);
+            return data == nullptr ? LSTATUS{ERROR_MORE_DATA} : status;
+        });
+    DWORD number = 5;
+    EXPECT_EQ(m_key.GetDword("Value", number), 0U);
+    EXPECT_EQ(number, 7U);
+}
+
 TEST_F(RegistryKey, RefusesWhenTheSizeCannotBeQueried)
 {
     m_stored.SetDword("Value", 7);
