@@ -32,6 +32,12 @@ class CDisabled
     HWND m_hWnd;
 };
 
+bool IsInput(UINT message)
+{
+    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+           (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST);
+}
+
 } // namespace
 
 CPropertySheet::CPropertySheet(LPCSTR pszCaption, CWnd* pParentWnd, UINT iSelectPage)
@@ -97,16 +103,21 @@ void CPropertySheet::CreateSheet(HWND owner)
         ::PropertySheetA(&m_psh);
 }
 
-bool CPropertySheet::IsOver() const
+bool CPropertySheet::IsOverAfter(const MSG& message) const
 {
+    if (m_ended || m_hWnd == nullptr)
+        return true;
+    // Most messages of a sheet that opens are to paint, which ends none; to ask costs as much again.
+    if (message.message == WM_PAINT)
+        return false;
     // The system keeps a modeless sheet that is done until it is destroyed, but without a current page.
-    return m_ended || m_hWnd == nullptr || SendMessage(PSM_GETCURRENTPAGEHWND) == 0;
+    return SendMessage(PSM_GETCURRENTPAGEHWND) == 0;
 }
 
 void CPropertySheet::RunLoop()
 {
     MSG message = {};
-    while (!IsOver()) {
+    while (!IsOverAfter(message)) {
         if (::GetMessageA(&message, nullptr, 0, 0) <= 0) {
             // The program is to end: this loop ends first, and the one around it has to learn of it, too.
             ::PostQuitMessage(static_cast<int>(message.wParam));
@@ -118,7 +129,9 @@ void CPropertySheet::RunLoop()
 
 void CPropertySheet::Pump(MSG& message) const
 {
-    if (SendMessage(PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != FALSE)
+    // Only keys and the mouse can mean something to a sheet.
+    if (IsInput(message.message) &&
+        SendMessage(PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != FALSE)
         return;
     ::TranslateMessage(&message);
     ::DispatchMessageA(&message);

@@ -112,7 +112,7 @@ class CPropertySheet : public CWnd
 
     void CreateSheet(HWND owner);
     void RunLoop();
-    [[nodiscard]] bool IsOver() const;
+    [[nodiscard]] bool IsOverAfter(const MSG& message) const;
     void Pump(MSG& message) const;
 
     CString m_strCaption;
