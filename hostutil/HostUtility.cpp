@@ -22,12 +22,20 @@ UniqueKernelHandle TakeSnapshot()
     return UniqueKernelHandle(snapshot == INVALID_HANDLE_VALUE ? nullptr : snapshot);
 }
 
+// An administrator may have chosen it for the whole system.
+bool IsCodePageUtf8()
+{
+    return GetACP() == CP_UTF8;
+}
+
 // Characters that the code page lacks become its default character, "?" in all of the West: no file name
 // holds one, so the result is not taken for another program's. Nothing is replaced by a similar letter.
 std::string ToAnsi(const wchar_t* text)
 {
-    const auto convert = [text](char* buffer, int size) {
-        return WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text, -1, buffer, size, nullptr, nullptr);
+    // UTF-8 lacks no character, and Windows refuses the flag there.
+    const DWORD flags = IsCodePageUtf8() ? 0 : WC_NO_BEST_FIT_CHARS;
+    const auto convert = [text, flags](char* buffer, int size) {
+        return WideCharToMultiByte(CP_ACP, flags, text, -1, buffer, size, nullptr, nullptr);
     };
     std::string converted(static_cast<std::size_t>(std::max(convert(nullptr, 0), 1)), '\0');
     convert(converted.data(), static_cast<int>(converted.size()));
@@ -35,10 +43,21 @@ std::string ToAnsi(const wchar_t* text)
     return converted;
 }
 
+// The same as WholeCharacters, in UTF-8: all bytes of a character but its first one are 10xxxxxx.
+std::size_t WholeUtf8Characters(const std::string& text, std::size_t limit)
+{
+    std::size_t length = std::min(text.size(), limit);
+    while (length > 0 && length < text.size() && (static_cast<BYTE>(text[length]) & 0xC0U) == 0x80)
+        --length;
+    return length;
+}
+
 // The length of the longest beginning of `text` that has at most `limit` bytes and does not split a
-// double-byte character.
+// character.
 std::size_t WholeCharacters(const std::string& text, std::size_t limit)
 {
+    if (IsCodePageUtf8())
+        return WholeUtf8Characters(text, limit);
     std::size_t length = 0;
     while (length < text.size()) {
         const bool isPair = IsDBCSLeadByte(static_cast<BYTE>(text[length])) && length + 1 < text.size();

@@ -96,6 +96,18 @@ class HostUtility : public testing::Test
     }
     static BOOL WINAPI IsJapaneseLeadByte(BYTE byte) { return IsDBCSLeadByteEx(932, byte); }
 
+    // Tells the library that the code page is UTF-8, for which Windows knows one flag only.
+    static UINT WINAPI Utf8CodePage() { return CP_UTF8; }
+    static int WINAPI ConvertToUtf8(UINT, DWORD flags, LPCWCH text, int length, LPSTR buffer, int size, LPCCH,
+                                    LPBOOL)
+    {
+        if ((flags & ~DWORD{WC_ERR_INVALID_CHARS}) != 0) {
+            SetLastError(ERROR_INVALID_FLAGS);
+            return 0;
+        }
+        return WideCharToMultiByte(CP_UTF8, flags, text, length, buffer, size, nullptr, nullptr);
+    }
+
     HMODULE m_library;
     TaskRecord* m_list = nullptr;
     std::uint32_t m_count = 0;
@@ -180,6 +192,29 @@ TEST_F(HostUtility, CutsALongNameBetweenTwoCharacters)
     Ask();
     ASSERT_EQ(m_count, 1U);
     EXPECT_EQ(std::strlen(m_list[0].name.data()), 258U);
+}
+
+TEST_F(HostUtility, NamesEveryProcessWhereTheCodePageIsUtf8)
+{
+    const support::ReplacedImport codePage(m_library, "GetACP", &Utf8CodePage);
+    const support::ReplacedImport convert(m_library, "WideCharToMultiByte", &ConvertToUtf8);
+    Processes processes(m_library);
+    processes.list = {{5, L"\x65E5\x672C.exe"}, {6, L"b\x00E4r.exe"}, {7, L"plain.exe"}};
+    EXPECT_EQ(AskForNames(), (Names{"\xE6\x97\xA5\xE6\x9C\xAC.exe", "b\xC3\xA4r.exe", "plain.exe"}));
+}
+
+TEST_F(HostUtility, CutsALongUtf8NameBetweenTwoCharacters)
+{
+    const support::ReplacedImport codePage(m_library, "GetACP", &Utf8CodePage);
+    const support::ReplacedImport convert(m_library, "WideCharToMultiByte", &ConvertToUtf8);
+    Processes processes(m_library);
+    const std::wstring threeByteEach(200, L'\x65E5');
+    processes.list = {{5, threeByteEach}, {6, L"1" + threeByteEach}, {7, L"12" + threeByteEach}};
+    const Names names = AskForNames();
+    ASSERT_EQ(names.size(), 3U);
+    EXPECT_EQ(names[0].size(), 86U * 3U);
+    EXPECT_EQ(names[1].size(), 1U + 86U * 3U);
+    EXPECT_EQ(names[2].size(), 2U + 85U * 3U);
 }
 
 TEST_F(HostUtility, WithoutASnapshotThereIsNoList)
