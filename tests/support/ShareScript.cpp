@@ -20,6 +20,17 @@ std::string Narrow(const wchar_t* text)
     return narrow.c_str();
 }
 
+SharedDirectory Recorded(const SHARE_INFO_2& info)
+{
+    return {.path = Narrow(info.shi2_path),
+            .remark = Narrow(info.shi2_remark),
+            .type = info.shi2_type,
+            .permissions = info.shi2_permissions,
+            .maxUses = info.shi2_max_uses,
+            .currentUses = info.shi2_current_uses,
+            .password = Narrow(info.shi2_passwd)};
+}
+
 // The record with the path behind it, in one block of the process heap.
 BYTE* Describe(const SharedDirectory& share)
 {
@@ -38,7 +49,8 @@ BYTE* Describe(const SharedDirectory& share)
 std::ostream& operator<<(std::ostream& out, const SharedDirectory& share)
 {
     return out << share.path << " (" << share.remark << ") type " << share.type << ", permissions "
-               << share.permissions << ", uses " << share.maxUses;
+               << share.permissions << ", uses " << share.currentUses << " of " << share.maxUses
+               << ", password \"" << share.password << '"';
 }
 
 ShareScript::ShareScript(HMODULE module)
@@ -74,11 +86,7 @@ NET_API_STATUS ShareScript::AddShare(wchar_t* server, DWORD level, BYTE* buffer,
     const NET_API_STATUS status = self.Begin("NetShareAdd", server, name, level);
     if (status != NERR_Success)
         return status;
-    const bool isNew =
-        self.m_shares
-            .try_emplace(name, SharedDirectory{Narrow(info.shi2_path), Narrow(info.shi2_remark),
-                                               info.shi2_type, info.shi2_permissions, info.shi2_max_uses})
-            .second;
+    const bool isNew = self.m_shares.try_emplace(name, Recorded(info)).second;
     return isNew ? NERR_Success : NERR_DuplicateShare;
 }
 

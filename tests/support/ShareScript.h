@@ -23,6 +23,8 @@ struct SharedDirectory
     DWORD type = 0;
     DWORD permissions = 0;
     DWORD maxUses = 0;
+    DWORD currentUses = 0;
+    std::string password = {};
 
     bool operator==(const SharedDirectory&) const = default;
 };

@@ -18,12 +18,15 @@ class ShareScriptTest : public testing::Test
     {
         wchar_t remark[] = L"Papers";
         wchar_t path[] = L"C:\\docs";
+        wchar_t password[] = L"secret";
         SHARE_INFO_2 share{};
         share.shi2_netname = &m_name[0];
         share.shi2_remark = &remark[0];
         share.shi2_permissions = 127;
         share.shi2_max_uses = 5;
+        share.shi2_current_uses = 2;
         share.shi2_path = &path[0];
+        share.shi2_passwd = &password[0];
         return NetShareAdd(server, ofLevel, reinterpret_cast<BYTE*>(&share), nullptr);
     }
     NET_API_STATUS DeleteDocs() { return NetShareDel(nullptr, &m_name[0], 0); }
@@ -41,7 +44,9 @@ TEST_F(ShareScriptTest, KeepsAShareAsItWasAdded)
                                                       .remark = "Papers",
                                                       .type = STYPE_DISKTREE,
                                                       .permissions = 127,
-                                                      .maxUses = 5}));
+                                                      .maxUses = 5,
+                                                      .currentUses = 2,
+                                                      .password = "secret"}));
     EXPECT_EQ(m_shares.Find("docs"), std::nullopt);
 }
 

@@ -58,7 +58,9 @@ TEST_F(DesktopManagementSave, SwitchingOnSharesTheReportDirectory)
                                             .remark = "CIM Client Share",
                                             .type = 0,
                                             .permissions = 127,
-                                            .maxUses = 0xFFFFFFFF};
+                                            .maxUses = 0xFFFFFFFF,
+                                            .currentUses = 0,
+                                            .password = ""};
     EXPECT_EQ(m_shares.Find("VTNDATA"), expected);
 }
 
