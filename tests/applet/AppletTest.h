@@ -11,6 +11,9 @@
 
 inline const std::string appletPath = support::BesideThisProgram("..\\..\\vtnmgmt.cpl");
 
+inline constexpr char restartQuestion[] = "The Management Agents configuration has been changed.\n\n"
+                                          "Would you like to restart the Management Agents now?";
+
 // Keys that the applet reads, filled as on a healthy server and put back at the end.
 struct TestMachine
 {

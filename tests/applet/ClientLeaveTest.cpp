@@ -63,6 +63,7 @@ TEST_F(ClientLeave, IsAllowedWithABatchFileThatIsThereOrCouldBeMade)
     ExpectLeaves(m_scripts.File("read only.bat"));
     ExpectLeaves(m_scripts.File("absent.Bat"));
     ExpectLeaves(m_scripts.File("log on \x93\xFA\x96\x7B.bat"));
+    support::ExpectBoxes(m_boxes, {enabledNote});
     EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
     m_host.PressCancel();
 }
@@ -118,6 +119,7 @@ TEST_F(ClientLeave, IsRefusedWithAFileThatNobodyElseMayRead)
         CreateFileA(m_script.c_str(), GENERIC_READ, FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, 0, nullptr);
     OpenSwitchedOn();
     ExpectStays(m_script);
+    support::ExpectBoxes(m_boxes, {nameRefusal});
     m_host.PressCancel();
     CloseHandle(holder);
     EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");

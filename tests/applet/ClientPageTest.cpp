@@ -1,5 +1,6 @@
 // The Desktop Mgmt page through its window: what it shows, and how the applet was opened.
 #include "applet/ClientPageTest.h"
+#include "support/ServiceScript.h"
 
 #include <htmlhelp.h>
 
@@ -74,6 +75,9 @@ TEST_F(ClientPage, AMissingAgentKeyIsToldInPlaceOfTheSheet)
     m_boxes.Answer(IDOK);
     m_host.DoubleClick();
     EXPECT_EQ(m_host.WaitForEnd(), 0);
+    support::ExpectBoxes(
+        m_boxes, {{nullptr, "You do not have access to change the configuration of the Management Agents.",
+                   "Management Agents Error", MB_ICONHAND}});
 }
 
 TEST_F(ClientPage, ShowsItsHelpTopicForTheButtonAndF1)
@@ -171,14 +175,59 @@ TEST_F(ClientStart, ChangesNothingWhereDesktopManagementIsOn)
 
 // --- restart and reboot
 
-TEST_F(ClientPage, AChangeAsksForARebootOutsideSetUp)
+const support::ShownBox restartOffer{nullptr, restartQuestion, "Norvale Management Agents",
+                                     MB_YESNO | MB_ICONINFORMATION};
+const support::ShownBox rebootNotice{
+    nullptr,
+    "The new configuration has been saved.\n\nThe System must be rebooted before changes can take effect.",
+    "Norvale Management Agents", MB_TASKMODAL | MB_ICONHAND};
+
+// The page of a domain controller whose host agent runs, outside of set-up.
+class ClientReboot : public ClientPage
 {
-    m_host.SetCommandLine("control.exe vtnmgmt.cpl");
+  protected:
+    ClientReboot()
+    {
+        m_host.SetCommandLine("control.exe vtnmgmt.cpl");
+        m_services.Add("VtMgHost", {.states = {support::ServiceState(SERVICE_RUNNING)}});
+    }
+
+    support::ServiceScript m_services{m_host.Module()};
+};
+
+TEST_F(ClientReboot, IsAskedForAfterAChange)
+{
+    OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, m_script);
+    m_boxes.Answer(IDNO).Answer(IDOK);
+    m_host.PressOk();
+    support::ExpectBoxes(m_boxes, {restartOffer, rebootNotice});
+}
+
+TEST_F(ClientReboot, IsAskedForWhenThePageWasOpenedToSwitchOnAndNothingElseWasDone)
+{
+    m_host.SetCommandLine("control.exe vtnmgmt.cpl /CLIENT");
+    Open();
+    m_boxes.Answer(IDNO).Answer(IDOK);
+    m_host.PressOk();
+    support::ExpectBoxes(m_boxes, {restartOffer, rebootNotice});
+    EXPECT_TRUE(m_shares.Find("VTNDATA"));
+}
+
+TEST_F(ClientReboot, IsNotAskedForAfterALookAtThePage)
+{
+    Open();
+    m_host.PressOk();
+    support::ExpectBoxes(m_boxes, {});
+    EXPECT_FALSE(m_shares.Find("VTNDATA"));
+}
+
+TEST_F(ClientReboot, IsAskedForWithoutServicesToRestart)
+{
+    m_services.Fail("OpenServiceA", "VtMgHost", ERROR_SERVICE_DOES_NOT_EXIST);
     OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, m_script);
     m_boxes.Answer(IDOK);
     m_host.PressOk();
-    ASSERT_EQ(m_boxes.Shown().size(), 1U);
-    EXPECT_NE(m_boxes.Shown()[0].text.find("must be rebooted"), std::string::npos);
+    support::ExpectBoxes(m_boxes, {rebootNotice});
 }
 
 } // namespace

@@ -45,8 +45,6 @@ class Restart : public AppletTest
     support::FakeClock m_clock{m_host.Module(), 1000, &m_log};
 };
 
-constexpr char restartQuestion[] = "The Management Agents configuration has been changed.\n\n"
-                                   "Would you like to restart the Management Agents now?";
 constexpr char startQuestion[] = "The Management Agents configuration has been changed.\n\n"
                                  "Would you like to start the Management Agents now?";
 constexpr char accessDenied[] =
