@@ -46,7 +46,7 @@ enum ProfileOperation : std::uint16_t
     PROF_SECTION_SET = 10,        // the same within a section, which is appended when missing
     PROF_SECTION_ADD = 11,        // add an entry to the section without looking for its key
     PROF_SECTION_GET = 13,        // entry with the key in the section
-    PROF_SECTION_GET_NEXT = 14,   // the same; a search ends with its section
+    PROF_SECTION_GET_NEXT = 14,   // the next one, from the line below the cursor to the end of its section
     PROF_SECTION_DELETE = 15,     // delete the section's header and lines
     PROF_SECTION_DELETE_KEY = 16, // delete the entry in the section; returns 0 without one too
     PROF_SECTION_COPY = 17,       // copy the section's lines, without its header, to the clipboard

@@ -115,7 +115,7 @@ DWORD Ticks()
 } // namespace
 
 extern "C" {
-// The linker sends the program's calls of the three to the slots; see the link options.
+// The linker sends the program's calls of both to the slots; see the link options.
 void* __real_realloc(void* memory, std::size_t size);
 void* __wrap_malloc(std::size_t size);
 void* __wrap_realloc(void* memory, std::size_t size);
