@@ -36,12 +36,20 @@ std::string NetLogonShareDirectory()
     return NarrowPath(reinterpret_cast<const SHARE_INFO_2*>(info.Get())->shi2_path);
 }
 
-// Installers have stored paths as REG_SZ and as REG_EXPAND_SZ. False when neither is there.
+// A refusal counts as a failed read: to find no directory is no error, and nobody is told of it.
+bool ReadPathAs(CRegistryKey& key, const char* valueName, DWORD type, std::string& path)
+try {
+    constexpr int expand = 1; // REG_SZ stays as it is all the same
+    return key.GetString(valueName, path, type, expand) == ERROR_SUCCESS;
+} catch (ConfigurationError) {
+    return false;
+}
+
+// Installers have stored paths as REG_SZ and as REG_EXPAND_SZ. False when neither can be read.
 bool ReadPath(const char* subkey, const char* valueName, std::string& path)
 {
     CRegistryKey key(HKEY_LOCAL_MACHINE, subkey);
-    return key.GetString(valueName, path, REG_SZ, 0) == ERROR_SUCCESS ||
-           key.GetString(valueName, path, REG_EXPAND_SZ, 1) == ERROR_SUCCESS;
+    return ReadPathAs(key, valueName, REG_SZ, path) || ReadPathAs(key, valueName, REG_EXPAND_SZ, path);
 }
 
 // Position of the last backslash; npos without one.

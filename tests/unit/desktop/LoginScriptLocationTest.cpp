@@ -5,7 +5,6 @@
 #include "support/ServiceScript.h"
 #include "support/ShareScript.h"
 #include "support/TestRegistry.h"
-#include "sysaccess/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 
@@ -62,6 +61,11 @@ BOOL WINAPI AnswerVersion4(LPOSVERSIONINFOA version)
 {
     version->dwMajorVersion = 4;
     return TRUE;
+}
+
+LSTATUS WINAPI RefuseKey(HKEY /*root*/, LPCSTR /*subkey*/, PHKEY /*key*/)
+{
+    return ERROR_ACCESS_DENIED;
 }
 
 // A domain controller of the time before Windows 2000, with both keys and no values.
@@ -168,10 +172,34 @@ TEST_F(OldScriptDirectory, AServiceManagerThatRefusesCountsAsARunningReplicator)
     EXPECT_EQ(FindScriptDirectory(), "C:\\Export\\Scripts");
 }
 
-TEST_F(OldScriptDirectory, AMissingKeyIsRefused)
+TEST_F(OldScriptDirectory, IsEmptyWithoutTheKeyOfTheNetLogonService)
 {
     m_netLogon.Delete();
-    EXPECT_THROW((void)FindScriptDirectory(), ConfigurationError);
+    EXPECT_EQ(FindScriptDirectory(), "");
+}
+
+TEST_F(OldScriptDirectory, IsEmptyWithoutTheKeyOfTheReplicator)
+{
+    StartReplicator();
+    m_replicator.Delete();
+    EXPECT_EQ(FindScriptDirectory(), "");
+}
+
+TEST_F(OldScriptDirectory, IsEmptyWhenEitherKeyIsRefused)
+{
+    m_netLogon.SetString("Scripts", "C:\\Scripts");
+    m_replicator.SetString("ExportPath", "C:\\Export");
+    const support::ReplacedImport refuse(self, "RegOpenKeyA", &RefuseKey);
+    EXPECT_EQ(FindScriptDirectory(), "");
+    StartReplicator();
+    EXPECT_EQ(FindScriptDirectory(), "");
+}
+
+TEST_F(OldScriptDirectory, IsReadWithVariablesAfterARefusedReadWithout)
+{
+    m_netLogon.SetExpandString("Scripts", "C:\\Scripts");
+    const support::FailNth<"RegOpenKeyA", decltype(RegOpenKeyA)> refuse(self, 1, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(FindScriptDirectory(), "C:\\Scripts");
 }
 
 TEST(DirectoryOf, EndsBeforeTheLastBackslash)
