@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# X displays and pictures of them. Sourced by run and test, after lib.sh.
+# X displays and pictures of them. Sourced by run, test and bench, after lib.sh.
 
 has_display() {
   [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1

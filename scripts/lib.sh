@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What run, test and wine-run share: messages, the file tree's places, Wine prefixes.
+# What run, test, bench and wine-run share: messages, the file tree's places, Wine prefixes.
 
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export ROOT

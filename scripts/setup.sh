@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Installs what is missing on a fresh Debian 12 and builds. Sourced by run and test, after lib.sh.
+# Installs what is missing on a fresh Debian 12 and builds. Sourced by run, test and bench, after lib.sh.
 
 # The Debian packages, in one place: to build, to run and take pictures, for a Japanese system, to check sources.
 BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
