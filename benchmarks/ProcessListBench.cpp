@@ -1,6 +1,7 @@
 // How long the Process Monitor page takes to open with 5,000 running processes, once without a configuration
 // and once with all of them configured, beside adding the same texts to a sorted list box with redrawing off.
 // Succeeds when the page takes at most twice as long.
+#include "Measure.h"
 #include "pages/ProcMonPage.h"
 #include "support/TaskListScript.h"
 #include "support/TestRegistry.h"
@@ -14,11 +15,9 @@
 namespace {
 
 constexpr int processCount = 5000;
-constexpr int roundCount = 25;
 constexpr double limit = 2.0;
 
 using Clock = std::chrono::steady_clock;
-using Milliseconds = std::chrono::duration<double, std::milli>;
 
 // In an order that is not the list's.
 std::vector<std::string> ProcessNames()
@@ -78,13 +77,7 @@ double FillListBox(const std::vector<std::string>& texts)
 // Measures both in turn; the texts are those that the page shows.
 bool Compare(const char* name, const std::vector<std::string>& texts)
 {
-    double page = OpenPage(); // loads libraries and registers window classes
-    double list = FillListBox(texts);
-    // The shortest times count: whatever else the machine does only adds to them.
-    for (int round = 0; round < roundCount; ++round) {
-        page = std::min(page, OpenPage());
-        list = std::min(list, FillListBox(texts));
-    }
+    const auto [page, list] = MeasureInTurn(&OpenPage, [&] { return FillListBox(texts); });
     const double ratio = page / list;
     std::printf("%s: page %.1f ms, list box %.1f ms: %.2f times, limit %.1f\n", name, page, list, ratio,
                 limit);

@@ -2,14 +2,13 @@
 // way of setting one key in a file of the same size. Prints one row for each size; fails when the time per
 // line grows or an open file takes too much memory.
 #include "desktop/ProfileEngine.h"
+#include "Measure.h"
 
-#include <algorithm>
 #include <array>
-#include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -21,8 +20,6 @@ constexpr std::size_t lineLength = 40;
 
 // The time per line may grow by this from the smallest file to the largest.
 constexpr double allowedGrowth = 1.5;
-
-using Clock = std::chrono::steady_clock;
 
 struct CloseFile
 {
@@ -72,31 +69,39 @@ bool SetOneKey(const std::string& path)
                FALSE; // flushes, answers FALSE
 }
 
-// The time of one edit of a fresh file in milliseconds; more than any other when it fails.
-double TimeOf(int lineCount, bool (*edit)(const std::string& path))
+// The time of one edit of a fresh file in milliseconds; throws std::runtime_error when it fails.
+double TimeOfEdit(int lineCount, bool (*edit)(const std::string& path))
 {
     const std::string path = Path();
     MakeFile(path, lineCount);
-    const Clock::time_point start = Clock::now();
-    const bool isDone = edit(path);
-    const std::chrono::duration<double, std::milli> time = Clock::now() - start;
+    bool isDone = false;
+    const double time = TimeOf([&] { isDone = edit(path); });
     DeleteFileA(path.c_str());
-    return isDone ? time.count() : std::numeric_limits<double>::infinity();
+    if (!isDone)
+        throw std::runtime_error("a file cannot be edited");
+    return time;
 }
 
-// The shortest times of several runs, of both kinds in turn, so that other work on the machine meets both.
+// The times of both ways in files of one size, one for each round.
 struct Times
 {
-    double engine = std::numeric_limits<double>::infinity();
-    double windows = std::numeric_limits<double>::infinity();
+    std::vector<double> engine;
+    std::vector<double> windows;
 };
 
-Times Measure(int lineCount)
+// Both ways and all sizes in turn, so that other work on the machine meets all. The first round warms up.
+std::array<Times, std::size(lineCounts)> Measure()
 {
-    Times times;
-    for (int run = 0; run < 7; ++run) {
-        times.engine = std::min(times.engine, TimeOf(lineCount, InsertThreeLines));
-        times.windows = std::min(times.windows, TimeOf(lineCount, SetOneKey));
+    std::array<Times, std::size(lineCounts)> times;
+    for (int round = 0; round <= measuredRounds; ++round) {
+        for (std::size_t i = 0; i < times.size(); ++i) {
+            const double engine = TimeOfEdit(lineCounts[i], InsertThreeLines);
+            const double windows = TimeOfEdit(lineCounts[i], SetOneKey);
+            if (round == 0)
+                continue;
+            times[i].engine.push_back(engine);
+            times[i].windows.push_back(windows);
+        }
     }
     return times;
 }
@@ -150,19 +155,25 @@ Memory MemoryOf(int lineCount)
 } // namespace
 
 int main()
-{
+try {
     std::printf("  lines  engine ms  us/line  Windows ms  engine/Windows   memory B  allowed B\n");
     std::vector<double> perLine;
     bool isWithin = true;
-    for (const int count : lineCounts) {
-        const Times times = Measure(count);
+    const auto times = Measure();
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        const int count = lineCounts[i];
+        const double engine = Median(times[i].engine);
+        const double windows = Median(times[i].windows);
         const Memory memory = MemoryOf(count);
-        perLine.push_back(times.engine * 1000 / count);
-        std::printf("%7d  %9.2f  %7.3f  %10.2f  %14.3f  %9zu  %9zu\n", count, times.engine, perLine.back(),
-                    times.windows, times.engine / times.windows, memory.taken, memory.allowed);
-        isWithin = isWithin && std::isfinite(times.engine + times.windows) && memory.taken <= memory.allowed;
+        perLine.push_back(engine * 1000 / count);
+        std::printf("%7d  %9.2f  %7.3f  %10.2f  %14.3f  %9zu  %9zu\n", count, engine, perLine.back(), windows,
+                    engine / windows, memory.taken, memory.allowed);
+        isWithin = isWithin && memory.taken <= memory.allowed;
     }
     const double growth = perLine.back() / perLine.front();
     std::printf("time per line, largest file against smallest: %.2f (allowed %.1f)\n", growth, allowedGrowth);
     return isWithin && growth <= allowedGrowth ? 0 : 1;
+} catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+    return 2;
 }

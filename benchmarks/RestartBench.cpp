@@ -1,5 +1,6 @@
 // restart_bench: how long a restart of the agents takes when their services start and stop at once, compared
-// with the pauses that the restart is made of. Ends with 1 when it takes more than 5 % longer.
+// with the pauses that the restart is made of. Ends with 1 when it takes more than 5 % longer, with 2 when it
+// does not restart them all. Once: nearly all of its time is pauses, and 20 restarts would take five minutes.
 #include "support/MessageBoxScript.h"
 #include "support/ServiceScript.h"
 #include "sysaccess/AgentRestart.h"
@@ -64,5 +65,7 @@ int main()
         "services restarted: %u of %u\npauses: %.0f ms\nmeasured: %.0f ms (%+.2f %%, allowed %.0f %%)\n",
         static_cast<unsigned>(starts), static_cast<unsigned>(services), pauses, measured, excess,
         allowedExcess);
-    return starts == services && excess <= allowedExcess ? 0 : 1;
+    if (starts != services)
+        return 2;
+    return excess <= allowedExcess ? 0 : 1;
 }

@@ -8,12 +8,12 @@
 // beyond twice the first: the wish cannot be met by anybody who does not hold 2,000 keys open. The accessor's
 // six calls are how it notices every refusal, and stay. What is in the page's hands is what it adds to them,
 // and that must not count: it succeeds when it takes at most a quarter longer than the third yardstick.
+#include "Measure.h"
 #include "pages/ServicesPage.h"
 #include "support/AgentMachine.h"
 #include "sysaccess/RegistryKey.h"
 
 #include <afxdlgs.h>
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -21,25 +21,7 @@
 namespace {
 
 constexpr int agentCount = 2000;
-constexpr int roundCount = 9;
 constexpr double limit = 1.25;
-
-using Milliseconds = std::chrono::duration<double, std::milli>;
-
-template <typename Action>
-double Measure(Action action)
-{
-    const auto start = std::chrono::steady_clock::now();
-    action();
-    return Milliseconds(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> times)
-{
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::nth_element(times.begin(), middle, times.end());
-    return *middle;
-}
 
 std::string AgentName(int number)
 {
@@ -82,7 +64,7 @@ class OpeningSheet : public CPropertySheet
 // The reads of whoever finds the keys closed; less than this leaves out a text or a key.
 double ReadClosedKeys(const AgentMachine& machine)
 {
-    return Measure([&] {
+    return TimeOf([&] {
         HKEY parent = nullptr;
         RegOpenKeyA(HKEY_LOCAL_MACHINE, machine.Service("VtMgHost").Path().c_str(), &parent);
         std::array<char, 261> name{};
@@ -102,7 +84,7 @@ double ReadClosedKeys(const AgentMachine& machine)
 // The page's reads, and nothing else.
 double ReadThroughAccessor(const AgentMachine& machine)
 {
-    return Measure([&] {
+    return TimeOf([&] {
         const std::string path = machine.Service("VtMgHost").Path();
         std::vector<std::string> names;
         CRegistryKey(HKEY_LOCAL_MACHINE, path.c_str()).EnumSubkeys(names);
@@ -156,7 +138,7 @@ class LeastWork
 
     double ReadTexts()
     {
-        return Measure([this] {
+        return TimeOf([this] {
             for (std::size_t i = 0; i < agentCount; ++i) {
                 DWORD size = sizeof m_texts[i];
                 RegQueryValueExA(m_keys[i], "DisplayName", nullptr, nullptr,
@@ -169,7 +151,7 @@ class LeastWork
     {
         for (const HWND list : m_lists)
             SendMessageA(list, LB_RESETCONTENT, 0, 0);
-        return Measure([this] {
+        return TimeOf([this] {
             for (const HWND list : m_lists)
                 SendMessageA(list, WM_SETREDRAW, FALSE, 0);
             for (std::size_t i = 0; i < agentCount; ++i)
@@ -209,7 +191,7 @@ Rounds MeasureRounds(const AgentMachine& machine)
     Rounds rounds;
     const auto leastWork = std::make_unique<LeastWork>(machine);
     OpenPage(); // loads libraries and registers window classes
-    for (int round = 0; round < roundCount; ++round) {
+    for (int round = 0; round < measuredRounds; ++round) {
         const Opening opening = OpenPage();
         rounds.loading.push_back(opening.loading);
         rounds.showing.push_back(opening.showing);
