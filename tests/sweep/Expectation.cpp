@@ -94,6 +94,15 @@ bool IsTolerated(const Operation& operation, const std::string& subject)
     });
 }
 
+// A file is looked for, asked whether it is writable, made so, and looked for once more.
+const char* PlaceInSave(const std::vector<Call>& calls, std::size_t index)
+{
+    const std::string& before = calls[index - 1].function;
+    if (before == "_chmod" || (index > 1 && before == "_access" && calls[index - 2].function == "_access"))
+        return " at last";
+    return before == "_access" ? "" : " at first";
+}
+
 // What a call is about, for the rules. Some are told apart by the calls around them.
 std::string AboutOf(const std::vector<Call>& calls, std::size_t index)
 {
@@ -122,9 +131,10 @@ std::string AboutOf(const std::vector<Call>& calls, std::size_t index)
         return call.place + ": size";
     if (call.function == "QueryServiceStatus" && before->function == "StartServiceA")
         return call.place + " while it starts";
-    if (call.function == "_access" && index > 1 && before->function == "_access" &&
-        calls[index - 2].function == "_access")
-        return call.place + " at last";
+    if (call.function == "_chmod" && before->function != "_access")
+        return call.place + " again";
+    if (call.function == "_access")
+        return call.place + PlaceInSave(calls, index);
     return call.place;
 }
 
@@ -159,6 +169,10 @@ constexpr Rule rules[] = {
     {"switch", "ReadFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "WriteFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "SetEndOfFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
+    {"switch desktop management off in a protected", "_access", " at first", anyCode,
+     EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
+    {"switch", "_chmod", " again", anyCode, goesOn},
+    {"switch", "_chmod", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "_access", " at last", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "GetComputerNameA", "LOGIN.BAT", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "GetComputerNameA", "VTNCLNT.INI", anyCode, EndsWith(IDS_CLIENT_PROFILE_FAILED)},

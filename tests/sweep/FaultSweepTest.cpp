@@ -109,14 +109,22 @@ class Comparison
         return isPlace && expected.function == found.function;
     }
 
+    // A file that only seems to be read-only is made writable, which changes nothing.
+    [[nodiscard]] bool IsChange(const Call& call) const
+    {
+        const bool isMadeWritable =
+            call.function == "_chmod" && m_call.function == "_access" && call.place == m_call.place;
+        return call.role == Role::Changes && !isMadeWritable;
+    }
+
     // What was changed is what the run without a fault changes, up to the failed call or, when the operation
     // goes on, without what the call was needed for.
     void CheckChanges() const
     {
         auto found = m_found.calls.begin();
         const auto next = [&] {
-            found = std::find_if(found, m_found.calls.end(),
-                                 [](const Call& call) { return call.role == Role::Changes; });
+            found =
+                std::find_if(found, m_found.calls.end(), [this](const Call& call) { return IsChange(call); });
             return found;
         };
         for (std::size_t i = 0; i < m_reference.calls.size(); ++i) {

@@ -6,6 +6,7 @@
 #include "sweep/WatchedImports.h"
 
 #include <functional>
+#include <optional>
 
 namespace sweep {
 namespace {
@@ -98,30 +99,36 @@ void Press(AppletHost& host)
 
 // clang-format off: a table
 constexpr Operation operations[] = {
-    {"open the sheet", nullptr, false, false, nullptr, nullptr, EditNothing, OpenSheet},
-    {"show SNMP Settings", nullptr, false, false, nullptr, nullptr, EditNothing, Show<snmpSettings>},
-    {"show Storage", nullptr, false, false, nullptr, nullptr, EditNothing, Show<storage>},
-    {"show Desktop Mgmt", nullptr, false, false, nullptr, nullptr, EditNothing, Show<desktopMgmt>},
-    {"show Process Monitor", nullptr, false, false, nullptr, nullptr, EditNothing, Show<processMonitor>},
-    {"show Remote Lumora", nullptr, false, false, nullptr, nullptr, EditNothing, Show<remoteLumora>},
-    {"save Storage", storage, false, false, nullptr, "UnhookWindowsHookEx", TickStorageBoxes, PressOk},
-    {"save Services", services, false, false, nullptr, "UnhookWindowsHookEx", MoveAgent, PressOk},
-    {"save SNMP Settings", snmpSettings, false, false, nullptr, "UnhookWindowsHookEx", EditSnmpSettings,
+    {"open the sheet", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, OpenSheet},
+    {"show SNMP Settings", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<snmpSettings>},
+    {"show Storage", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<storage>},
+    {"show Desktop Mgmt", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<desktopMgmt>},
+    {"show Process Monitor", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing,
+     Show<processMonitor>},
+    {"show Remote Lumora", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<remoteLumora>},
+    {"save Storage", storage, Clients::Off, false, nullptr, "UnhookWindowsHookEx", TickStorageBoxes, PressOk},
+    {"save Services", services, Clients::Off, false, nullptr, "UnhookWindowsHookEx", MoveAgent, PressOk},
+    {"save SNMP Settings", snmpSettings, Clients::Off, false, nullptr, "UnhookWindowsHookEx",
+     EditSnmpSettings, PressOk},
+    {"save Process Monitor", processMonitor, Clients::Off, false, nullptr, "UnhookWindowsHookEx",
+     WatchAProcess, PressOk},
+    {"save Remote Lumora", remoteLumora, Clients::Off, false, nullptr, "UnhookWindowsHookEx", SwitchBattery,
      PressOk},
-    {"save Process Monitor", processMonitor, false, false, nullptr, "UnhookWindowsHookEx", WatchAProcess,
-     PressOk},
-    {"save Remote Lumora", remoteLumora, false, false, nullptr, "UnhookWindowsHookEx", SwitchBattery,
-     PressOk},
-    {"switch desktop management on", desktopMgmt, false, false, nullptr, "UnhookWindowsHookEx", SwitchClients,
-     PressOk},
-    {"switch desktop management off", desktopMgmt, true, false, nullptr, "UnhookWindowsHookEx", SwitchClients,
-     PressOk},
-    {"restart the agents", storage, false, true, "OpenSCManagerA", nullptr, TickStorageBoxes, PressOk},
-    {"send the test trap", snmpSettings, false, false, nullptr, nullptr, EditNothing,
+    {"switch desktop management on", desktopMgmt, Clients::Off, false, nullptr, "UnhookWindowsHookEx",
+     SwitchClients, PressOk},
+    {"switch desktop management off", desktopMgmt, Clients::On, false, nullptr, "UnhookWindowsHookEx",
+     SwitchClients, PressOk},
+    {"switch desktop management off in a protected script", desktopMgmt, Clients::OnUntilTheScriptIsReadOnly,
+     false, nullptr, "UnhookWindowsHookEx", SwitchClients, PressOk},
+    {"type the name of a process", processMonitor, Clients::Off, false, nullptr, nullptr, EditNothing,
+     Press<IDC_PROCMON_ADD>},
+    {"restart the agents", storage, Clients::Off, true, "OpenSCManagerA", nullptr, TickStorageBoxes, PressOk},
+    {"send the test trap", snmpSettings, Clients::Off, false, nullptr, nullptr, EditNothing,
      Press<IDC_SNMP_TEST_TRAP>},
-    {"clear the thresholds", snmpSettings, false, true, nullptr, nullptr, EditNothing,
+    {"clear the thresholds", snmpSettings, Clients::Off, true, nullptr, nullptr, EditNothing,
      Press<IDC_SNMP_CLEAR_THRESHOLDS>},
-    {"reset the board", remoteLumora, false, true, nullptr, nullptr, EditNothing, Press<IDC_BOARD_RESET>},
+    {"reset the board", remoteLumora, Clients::Off, true, nullptr, nullptr, EditNothing,
+     Press<IDC_BOARD_RESET>},
 };
 // clang-format on
 
@@ -213,13 +220,16 @@ Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault
     AppletHost& host = subject.host;
     Outcome outcome;
     Settings settings(subject);
-    if (operation.managesClients)
+    if (operation.clients != Clients::Off)
         settings.SwitchDesktopManagementOn();
     CallRecorder recorder;
     {
         StandIns standIns(host.Module(), settings, recorder);
-        if (operation.managesClients)
+        if (operation.clients != Clients::Off)
             standIns.Shares().Add("VTNDATA", {.path = "anywhere"});
+        std::optional<ReadOnlyWhileEdited> other;
+        if (operation.clients == Clients::OnUntilTheScriptIsReadOnly)
+            other.emplace(host.Module(), settings.ScriptDirectory() + "\\LOGIN.BAT");
         if (!operation.agrees)
             standIns.User().Decline();
         const WatchedImports watches(host.Module(), recorder);

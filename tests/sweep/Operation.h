@@ -8,15 +8,23 @@
 
 namespace sweep {
 
+// Desktop management before the operation.
+enum class Clients
+{
+    Off,
+    On,
+    OnUntilTheScriptIsReadOnly, // somebody makes it so while it is edited
+};
+
 // One row of the table of operations. `act` is swept: only its calls are counted and fail.
 struct Operation
 {
     const char* name;
-    const char* tab;     // shown before `act`; null for none
-    bool managesClients; // desktop management is on beforehand
-    bool agrees;         // to what is asked
-    const char* from;    // counting begins with this function; null: at once
-    const char* until;   // and ends with this one, before the restart is offered; null: with the sheet
+    const char* tab; // shown before `act`; null for none
+    Clients clients;
+    bool agrees;       // to what is asked
+    const char* from;  // counting begins with this function; null: at once
+    const char* until; // and ends with this one, before the restart is offered; null: with the sheet
     void (*edit)(support::AppletHost& host);
     void (*act)(support::AppletHost& host);
 };

@@ -69,6 +69,28 @@ int AgreeingUser::Show(HWND /*owner*/, LPCSTR text, LPCSTR /*caption*/, UINT sty
     return self.m_declines ? IDNO : IDYES;
 }
 
+BOOL ReadOnlyWhileEdited::Read(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED overlapped)
+{
+    const ReadOnlyWhileEdited& self = support::Turn<ReadOnlyWhileEdited>::Active();
+    SetFileAttributesA(self.m_path.c_str(), FILE_ATTRIBUTE_READONLY);
+    return self.m_readFile.Original<decltype(ReadFile)>()(file, buffer, size, read, overlapped);
+}
+
+HANDLE ReadOnlyWhileEdited::Open(LPCSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security,
+                                 DWORD disposition, DWORD attributes, HANDLE pattern)
+{
+    const ReadOnlyWhileEdited& self = support::Turn<ReadOnlyWhileEdited>::Active();
+    const bool isEdited = self.m_path == path && (access & GENERIC_WRITE) != 0;
+    if (isEdited && disposition == OPEN_ALWAYS)
+        SetFileAttributesA(path, FILE_ATTRIBUTE_NORMAL);
+    if (isEdited && (GetFileAttributesA(path) & FILE_ATTRIBUTE_READONLY) != 0) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return INVALID_HANDLE_VALUE;
+    }
+    return self.m_createFile.Original<decltype(CreateFileA)>()(path, access, sharing, security, disposition,
+                                                               attributes, pattern);
+}
+
 Settings::Settings(const Subject& subject) : m_subject(subject)
 {
     Empty(subject.windows.Path());

@@ -54,6 +54,28 @@ struct Subject
     support::SavedVariable systemRoot{"SystemRoot", windows.Path()};
 };
 
+// Somebody else, who makes a file read-only once it has been opened for an edit, until the next edit. Such a
+// file does not open for writing; Wine lets a superuser do that.
+class ReadOnlyWhileEdited
+{
+  public:
+    ReadOnlyWhileEdited(HMODULE module, std::string path)
+        : m_path(std::move(path)), m_turn(this), m_readFile(module, "ReadFile", &Read),
+          m_createFile(module, "CreateFileA", &Open)
+    {
+    }
+
+  private:
+    static BOOL WINAPI Read(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED overlapped);
+    static HANDLE WINAPI Open(LPCSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security,
+                              DWORD disposition, DWORD attributes, HANDLE pattern);
+
+    std::string m_path;
+    support::Turn<ReadOnlyWhileEdited> m_turn;
+    support::ReplacedImport m_readFile;
+    support::ReplacedImport m_createFile;
+};
+
 // What lies in the registry and on the disk; made anew for each case, and gone without a trace afterwards.
 class Settings
 {
