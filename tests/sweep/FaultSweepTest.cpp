@@ -129,7 +129,7 @@ class Comparison
         };
         for (std::size_t i = 0; i < m_reference.calls.size(); ++i) {
             const Call& call = m_reference.calls[i];
-            if (call.role != Role::Changes || (!GoesOn() && i >= m_fault.call))
+            if (!IsChange(call) || (!GoesOn() && i >= m_fault.call))
                 continue;
             if (next() != m_found.calls.end() && IsSame(call, *found))
                 ++found;
