@@ -27,6 +27,24 @@ class ProcMonAdd : public ProcMonPageTest
         support::ExpectEqual(true, InPlaceEdit() == nullptr, "edit is closed", where);
     }
 
+    // Brings another window to the front while a name is being typed: the name is added, the other window
+    // stays in front, and OK stores it.
+    void ExpectSwitchingAwayAddsTheName(support::Location where = support::Location::current())
+    {
+        const HWND other = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                           nullptr, nullptr, nullptr);
+        SetForegroundWindow(other);
+        support::ExpectEqual(true, support::WaitUntil([&] { return InPlaceEdit() == nullptr; }),
+                             "edit is closed in time", where);
+        m_host.Thread().Settle();
+        support::ExpectEqual(true, GetForegroundWindow() == other, "the other window is in front", where);
+        DestroyWindow(other);
+        m_host.Thread().Settle();
+        ExpectAdded(where);
+        m_host.PressOk();
+        ExpectStored("\x80myapp.exe\0"s, where);
+    }
+
     static constexpr char typedName[] = "  MyApp.EXE ";
 };
 
@@ -147,34 +165,14 @@ TEST_F(ProcMonAdd, AClickIntoTheListAddsTheName)
 TEST_F(ProcMonAdd, SwitchingToAnotherProgramAddsTheName)
 {
     OpenAndType(typedName);
-    const HWND other = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
-                                       nullptr, nullptr);
-    SetForegroundWindow(other);
-    EXPECT_TRUE(support::WaitUntil([&] { return InPlaceEdit() == nullptr; }));
-    m_host.Thread().Settle();
-    EXPECT_EQ(GetForegroundWindow(), other);
-    DestroyWindow(other);
-    m_host.Thread().Settle();
-    ExpectAdded();
-    m_host.PressOk();
-    ExpectStored("\x80myapp.exe\0"s);
+    ExpectSwitchingAwayAddsTheName();
 }
 
 TEST_F(ProcMonAdd, SwitchingToAnotherProgramFromTheEnterButtonAddsTheName)
 {
     OpenAndType(typedName);
     Page().Focus(IDC_PROCMON_ADD);
-    const HWND other = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
-                                       nullptr, nullptr);
-    SetForegroundWindow(other);
-    EXPECT_TRUE(support::WaitUntil([&] { return InPlaceEdit() == nullptr; }));
-    m_host.Thread().Settle();
-    EXPECT_EQ(GetForegroundWindow(), other);
-    DestroyWindow(other);
-    m_host.Thread().Settle();
-    ExpectAdded();
-    m_host.PressOk();
-    ExpectStored("\x80myapp.exe\0"s);
+    ExpectSwitchingAwayAddsTheName();
 }
 
 TEST_F(ProcMonAdd, SwitchingThePageAddsTheNameAndStays)
