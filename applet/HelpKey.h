@@ -1,7 +1,7 @@
 // F1 anywhere in the sheet asks for the active page's help.
 #pragma once
 
-#include "sysaccess/Handles.h"
+#include "sysaccess/core/Handles.h"
 
 #include <windows.h>
 

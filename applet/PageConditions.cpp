@@ -1,11 +1,9 @@
 // Conditions of the pages.
 #include "applet/PageConditions.h"
 
-#include "pages/BoardLibrary.h"
-#include "sysaccess/CommandLine.h"
-#include "sysaccess/RegistryKey.h"
-
-#include <cstring>
+#include "pages/core/BoardLibrary.h"
+#include "sysaccess/core/CommandLine.h"
+#include "sysaccess/core/DomainController.h"
 
 bool IsDesktopMgmtOffered()
 {
@@ -21,14 +19,4 @@ bool IsRemoteLumoraOffered()
 {
     BoardData data{};
     return ReadBoardData(data) == ERROR_SUCCESS;
-}
-
-bool IsDomainController()
-try {
-    CRegistryKey options(HKEY_LOCAL_MACHINE, "System\\CurrentControlSet\\Control\\ProductOptions");
-    std::string productType;
-    return options.GetString("ProductType", productType, REG_SZ, 0) == ERROR_SUCCESS &&
-           _stricmp(productType.c_str(), "Lanmannt") == 0;
-} catch (ConfigurationError) {
-    return false; // the page is left out without a word
 }

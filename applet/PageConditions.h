@@ -9,6 +9,3 @@
 
 // True when the remote management board answers a read.
 [[nodiscard]] bool IsRemoteLumoraOffered();
-
-// True when the product type of this machine is that of a domain controller. One that cannot be read is not.
-[[nodiscard]] bool IsDomainController();

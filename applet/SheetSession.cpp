@@ -7,8 +7,8 @@
 #include "applet/VtnCpl.h"
 #include "resources/resource.h"
 #include "sysaccess/AgentRestart.h"
-#include "sysaccess/CommandLine.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/CommandLine.h"
+#include "sysaccess/core/ConfigurationError.h"
 #include "sysaccess/MessageBoxes.h"
 
 #include <optional>

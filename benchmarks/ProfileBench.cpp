@@ -1,7 +1,7 @@
 // Time and memory of the profile engine: opens a file, inserts three lines and saves it, beside Windows' own
 // way of setting one key in a file of the same size. Prints one row for each size; fails when the time per
 // line grows or an open file takes too much memory.
-#include "desktop/ProfileEngine.h"
+#include "desktop/core/ProfileEngine.h"
 #include "Measure.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // See the header.
 #include "RegistryWork.h"
 
-#include "pages/AgentServices.h"
+#include "sysaccess/core/AgentServices.h"
 
 #include <algorithm>
 #include <array>

@@ -11,7 +11,7 @@
 #include "Measure.h"
 #include "pages/ServicesPage.h"
 #include "support/AgentMachine.h"
-#include "sysaccess/RegistryKey.h"
+#include "sysaccess/core/RegistryKey.h"
 
 #include <afxdlgs.h>
 #include <array>

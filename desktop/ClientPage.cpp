@@ -1,9 +1,9 @@
 // The Desktop Mgmt page's view of desktop management.
 #include "desktop/ClientPage.h"
 
-#include "desktop/LoginScript.h"
+#include "desktop/core/LoginScript.h"
 #include "resources/resource.h"
-#include "sysaccess/CommandLine.h"
+#include "sysaccess/core/CommandLine.h"
 #include "sysaccess/MessageBoxes.h"
 
 namespace {

@@ -2,7 +2,7 @@
 // script that runs it.
 #pragma once
 
-#include "desktop/DesktopManagement.h"
+#include "desktop/core/DesktopManagement.h"
 #include "pages/PropPage.h"
 #include "sysaccess/ParsedEdit.h"
 

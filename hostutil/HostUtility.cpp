@@ -1,7 +1,7 @@
 // The process list, from the system's snapshot of the processes.
 #include "hostutil/HostUtility.h"
 
-#include "sysaccess/Handles.h"
+#include "sysaccess/core/Handles.h"
 
 #include <algorithm>
 #include <cstdlib>

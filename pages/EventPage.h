@@ -1,7 +1,7 @@
 // The Event Log page: to which computers the host agent sends its events, and the account that it uses there.
 #pragma once
 
-#include "pages/EventDestinations.h"
+#include "pages/core/EventDestinations.h"
 #include "pages/PropPage.h"
 #include "sysaccess/ParsedEdit.h"
 

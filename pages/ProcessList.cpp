@@ -1,11 +1,11 @@
 // The process list; see the header.
 #include "pages/ProcessList.h"
 
-#include "pages/ListedNames.h"
+#include "pages/core/ListedNames.h"
+#include "pages/core/TaskList.h"
 #include "pages/RedrawPause.h"
-#include "pages/TaskList.h"
 #include "resources/resource.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 #include "sysaccess/MessageBoxes.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // done to the list.
 #pragma once
 
-#include "pages/ProcessMonitorSettings.h"
+#include "pages/core/ProcessMonitorSettings.h"
 
 #include <afxwin.h>
 #include <array>

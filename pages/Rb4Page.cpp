@@ -2,9 +2,9 @@
 #include "pages/Rb4Page.h"
 
 #include "resources/resource.h"
+#include "sysaccess/core/ServiceQueries.h"
 #include "sysaccess/MessageBoxes.h"
 #include "sysaccess/PleaseWaitDlg.h"
-#include "sysaccess/ServiceControl.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The Remote Lumora page: the settings of the remote management board, and its reset.
 #pragma once
 
-#include "pages/BoardLibrary.h"
+#include "pages/core/BoardLibrary.h"
 #include "pages/PropPage.h"
 
 #include <afxwin.h>

@@ -4,7 +4,7 @@
 #include "pages/RedrawPause.h"
 #include "pages/TextMeter.h"
 #include "resources/resource.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 #include <algorithm>
 

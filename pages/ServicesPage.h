@@ -1,8 +1,8 @@
 // The Services page: the active sub-agents of all agent services in one list, the inactive ones in another.
 #pragma once
 
+#include "pages/core/ServicesSettings.h"
 #include "pages/PropPage.h"
-#include "pages/ServicesSettings.h"
 
 #include <afxwin.h>
 

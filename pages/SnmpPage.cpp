@@ -1,8 +1,8 @@
 // The SNMP Settings page's view of its settings, and its two buttons.
 #include "pages/SnmpPage.h"
 
-#include "pages/TestTrap.h"
-#include "pages/Thresholds.h"
+#include "pages/core/TestTrap.h"
+#include "pages/core/Thresholds.h"
 #include "resources/resource.h"
 #include "sysaccess/AgentRestart.h"
 #include "sysaccess/MessageBoxes.h"

@@ -1,8 +1,8 @@
 // The SNMP Settings page: what all agents share, a test trap, and the clearing of the thresholds.
 #pragma once
 
+#include "pages/core/SnmpSettings.h"
 #include "pages/PropPage.h"
-#include "pages/SnmpSettings.h"
 #include "sysaccess/ParsedEdit.h"
 
 #include <afxwin.h>

@@ -1,8 +1,8 @@
 // The Storage page: a check box for each feature of the storage agents that can be switched off.
 #pragma once
 
+#include "pages/core/StorageSettings.h"
 #include "pages/PropPage.h"
-#include "pages/StorageSettings.h"
 
 #include <afxwin.h>
 

@@ -2,8 +2,8 @@
 // settings take effect. Used by the applet's entry, and by actions that need the agents out of the way.
 #pragma once
 
-#include "sysaccess/ServiceControl.h"
-#include "sysaccess/ServiceProgress.h"
+#include "sysaccess/core/ServiceQueries.h"
+#include "sysaccess/ServiceStartStop.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // Help file path and HTML Help.
 #include "sysaccess/Help.h"
 
-#include "sysaccess/Handles.h"
+#include "sysaccess/core/Handles.h"
 
 #include <array>
 #include <cstring>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "applet/AppletTest.h"
-#include "pages/Thresholds.h"
+#include "pages/core/Thresholds.h"
 #include "resources/resource.h"
 #include "support/FakeClock.h"
 #include "support/ServiceScript.h"

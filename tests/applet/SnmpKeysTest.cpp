@@ -1,6 +1,6 @@
 // The SNMP Settings page for a user without a mouse.
 #include "applet/SnmpPageTest.h"
-#include "pages/Thresholds.h"
+#include "pages/core/Thresholds.h"
 #include "support/ServiceScript.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // The SNMP Settings page through its window.
 #include "applet/SnmpPageTest.h"
-#include "pages/SnmpSettings.h"
+#include "pages/core/SnmpSettings.h"
 #include "resources/resource.h"
 #include "support/ServiceScript.h"
 

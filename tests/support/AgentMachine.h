@@ -2,8 +2,8 @@
 // Services page and of what it loads and saves.
 #pragma once
 
-#include "pages/AgentServices.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentServices.h"
 
 #include <map>
 #include <string>

@@ -1,7 +1,7 @@
 // A remote management board that does what the test tells it, in place of RB4USER.DLL.
 #pragma once
 
-#include "pages/BoardLibrary.h"
+#include "pages/core/BoardLibrary.h"
 #include "support/LibraryScript.h"
 
 #include <deque>

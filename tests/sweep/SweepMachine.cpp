@@ -1,7 +1,7 @@
 // See the header.
 #include "sweep/SweepMachine.h"
 
-#include "pages/Thresholds.h"
+#include "pages/core/Thresholds.h"
 
 #include <sstream>
 

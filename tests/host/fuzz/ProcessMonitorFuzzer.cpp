@@ -1,6 +1,6 @@
 // libFuzzer's entry for the configuration of watched processes: any stored bytes are taken apart within their
 // size, as a reader that knows only the format takes them, and what is put together again reads the same.
-#include "pages/ProcessMonitorSettings.h"
+#include "pages/core/ProcessMonitorSettings.h"
 
 #include <cstdint>
 #include <cstdio>

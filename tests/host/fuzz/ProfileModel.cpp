@@ -1,7 +1,7 @@
 // The model of a profile file; see the header.
 #include "ProfileModel.h"
 
-#include "desktop/ProfileEngine.h"
+#include "desktop/core/ProfileEngine.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Bytes to operations, engine against model; see the header.
 #include "ProfileScenario.h"
 
-#include "desktop/ProfileEngine.h"
+#include "desktop/core/ProfileEngine.h"
 #include "ProfileModel.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // libFuzzer's entry for the registry accessor: a stored value of any type, size and content, with or without
 // its zeros, is read within its size, and as what it is.
-#include "sysaccess/RegistryKey.h"
+#include "sysaccess/core/RegistryKey.h"
 
 #include <algorithm>
 #include <cstdio>

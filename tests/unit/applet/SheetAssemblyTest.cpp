@@ -1,7 +1,7 @@
 // The rules of the sheet with six pages made for the test: tabs, order of saving, changes, help.
 #include "applet/SheetAssembly.h"
 
-#include "pages/BoardLibrary.h"
+#include "pages/core/BoardLibrary.h"
 #include "resources/resource.h"
 #include "support/HelpRecorder.h"
 #include "support/ImportHook.h"

@@ -2,7 +2,7 @@
 #include "TestDomain.h"
 
 #include "support/ImportHook.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 namespace {
 

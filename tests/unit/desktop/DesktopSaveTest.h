@@ -5,7 +5,7 @@
 #include "TestDomain.h"
 
 #include "support/Expect.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 class DesktopManagementSave : public TestDomain
 {

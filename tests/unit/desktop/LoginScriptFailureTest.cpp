@@ -1,11 +1,11 @@
 // Updates of the login script that fail: what is told, and what is left of the script.
-#include "desktop/LoginScript.h"
+#include "desktop/core/LoginScript.h"
 
 #include "ScriptTexts.h"
 #include "support/FailNth.h"
 #include "support/SystemFunction.h"
 #include "support/TestDirectory.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 #include <optional>

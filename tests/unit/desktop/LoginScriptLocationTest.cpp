@@ -1,5 +1,5 @@
 // Where login scripts lie, by version of Windows.
-#include "desktop/LoginScriptLocation.h"
+#include "desktop/core/LoginScriptLocation.h"
 
 #include "support/FailNth.h"
 #include "support/ServiceScript.h"

@@ -1,5 +1,5 @@
 // What a login script may be, and which machine it calls.
-#include "desktop/LoginScript.h"
+#include "desktop/core/LoginScript.h"
 
 #include "ScriptTexts.h"
 #include "support/FailNth.h"

@@ -1,5 +1,5 @@
 // Login scripts before, while and after desktop management is on.
-#include "desktop/LoginScript.h"
+#include "desktop/core/LoginScript.h"
 
 #include "ScriptTexts.h"
 #include "support/Expect.h"

@@ -1,5 +1,5 @@
 // Login scripts behind network paths.
-#include "desktop/LoginScript.h"
+#include "desktop/core/LoginScript.h"
 #include "DesktopSaveTest.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // A domain controller with the agents and a login script, for the tests of desktop management's settings.
 #pragma once
 
-#include "desktop/DesktopManagement.h"
-#include "desktop/DiscoveryShare.h"
+#include "desktop/core/DesktopManagement.h"
+#include "desktop/core/DiscoveryShare.h"
 #include "support/ShareScript.h"
 #include "support/TestDirectory.h"
 #include "support/TestRegistry.h"

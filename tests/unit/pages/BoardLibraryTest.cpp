@@ -1,5 +1,5 @@
 // Calls of the board library and the reset of the board.
-#include "pages/BoardLibrary.h"
+#include "pages/core/BoardLibrary.h"
 
 #include "support/BoardScript.h"
 #include "support/FakeClock.h"

@@ -1,8 +1,8 @@
 // The destinations of events on the real registry, and the scrambling of the password.
-#include "pages/EventDestinations.h"
+#include "pages/core/EventDestinations.h"
 
 #include "support/TestRegistry.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The search without the list box agrees with the search of a real one.
-#include "pages/ListedNames.h"
+#include "pages/core/ListedNames.h"
 
 #include <gtest/gtest.h>
 #include <random>

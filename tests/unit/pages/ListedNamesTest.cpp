@@ -1,5 +1,5 @@
 // The search for a name without the list box that shows the names.
-#include "pages/ListedNames.h"
+#include "pages/core/ListedNames.h"
 
 #include <gtest/gtest.h>
 #include <vector>

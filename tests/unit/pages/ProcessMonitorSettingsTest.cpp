@@ -1,8 +1,8 @@
 // The stored configuration of watched processes: taken apart, put together, read and written.
-#include "pages/ProcessMonitorSettings.h"
+#include "pages/core/ProcessMonitorSettings.h"
 
 #include "support/TestRegistry.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 

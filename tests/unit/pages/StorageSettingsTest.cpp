@@ -1,9 +1,9 @@
 // The storage agents' switches on the real registry.
-#include "pages/StorageSettings.h"
+#include "pages/core/StorageSettings.h"
 
 #include "support/ImportHook.h"
 #include "support/TestRegistry.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The names of the running processes, as the page asks the host utility library for them.
-#include "pages/TaskList.h"
+#include "pages/core/TaskList.h"
 
 #include "support/TaskListScript.h"
 

@@ -2,7 +2,7 @@
 // and checks that report the caller's line. The same tests run on Windows and on the native stand-in.
 #pragma once
 
-#include "desktop/ProfileEngine.h"
+#include "desktop/core/ProfileEngine.h"
 #include "support/Expect.h"
 
 #include <array>

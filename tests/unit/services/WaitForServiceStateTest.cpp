@@ -1,8 +1,8 @@
 // How often, how long and for whom the wait for a service looks at it.
 #include "ScriptedMachine.h"
 #include "support/ImportHook.h"
-#include "sysaccess/ServiceControl.h"
-#include "sysaccess/ServiceProgress.h"
+#include "sysaccess/core/ServiceQueries.h"
+#include "sysaccess/ServiceStartStop.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The sub-agents of a service whose settings are missing, refused or not what they should be.
 #include "AgentGroupTest.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 #include <array>
 

@@ -2,7 +2,7 @@
 // the tests of healthy services and of others.
 #pragma once
 
-#include "pages/AgentGroup.h"
+#include "pages/core/AgentGroup.h"
 #include "RefuseToOpen.h"
 #include "support/TestRegistry.h"
 

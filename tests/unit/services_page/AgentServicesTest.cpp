@@ -1,5 +1,5 @@
 // The table of agent services.
-#include "pages/AgentServices.h"
+#include "sysaccess/core/AgentServices.h"
 
 #include <gtest/gtest.h>
 #include <vector>

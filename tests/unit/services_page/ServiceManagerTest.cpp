@@ -1,7 +1,7 @@
 // Saving the agent services' settings to the system's own service manager.
 #include "ServicesSettingsTest.h"
 #include "support/ImportHook.h"
-#include "sysaccess/ServiceControl.h"
+#include "sysaccess/core/ServiceQueries.h"
 
 #include <array>
 

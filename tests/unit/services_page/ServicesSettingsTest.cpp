@@ -4,7 +4,7 @@
 #include "RefuseToOpen.h"
 #include "support/ImportHook.h"
 #include "support/ServiceScript.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The services of a machine, loaded and saved as a test wants them. Shared by the tests of the settings.
 #pragma once
 
-#include "pages/ServicesSettings.h"
+#include "pages/core/ServicesSettings.h"
 #include "support/AgentMachine.h"
 
 #include <gtest/gtest.h>

@@ -2,10 +2,10 @@
 // loads and saves.
 #pragma once
 
-#include "pages/SnmpSettings.h"
+#include "pages/core/SnmpSettings.h"
 #include "support/ImportHook.h"
 #include "support/TestRegistry.h"
-#include "sysaccess/ConfigurationError.h"
+#include "sysaccess/core/ConfigurationError.h"
 
 #include <string>
 #include <vector>

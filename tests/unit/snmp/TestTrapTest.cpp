@@ -1,5 +1,5 @@
 // The test trap, with a real mutex and a library in the host agent's place.
-#include "pages/TestTrap.h"
+#include "pages/core/TestTrap.h"
 
 #include "support/FailNth.h"
 #include "support/HostAgent.h"

@@ -1,5 +1,5 @@
 // The deletion of the thresholds, and what counts as their being cleared.
-#include "pages/Thresholds.h"
+#include "pages/core/Thresholds.h"
 
 #include "support/ImportHook.h"
 #include "support/TestRegistry.h"

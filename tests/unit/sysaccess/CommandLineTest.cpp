@@ -1,5 +1,5 @@
 // Switches on the host's command line.
-#include "sysaccess/CommandLine.h"
+#include "sysaccess/core/CommandLine.h"
 
 #include "support/ImportHook.h"
 

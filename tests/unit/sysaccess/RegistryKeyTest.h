@@ -4,7 +4,7 @@
 
 #include "support/ImportHook.h"
 #include "support/TestRegistry.h"
-#include "sysaccess/RegistryKey.h"
+#include "sysaccess/core/RegistryKey.h"
 
 #include <gtest/gtest.h>
 

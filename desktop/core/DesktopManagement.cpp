@@ -1,0 +1,80 @@
+// Loads and saves desktop management: the order of the steps, and the text of each that fails.
+#include "desktop/core/DesktopManagement.h"
+
+#include "desktop/core/DiscoveryShare.h"
+#include "desktop/core/LoginScript.h"
+#include "desktop/core/LoginScriptLocation.h"
+#include "sysaccess/core/RegistryKey.h"
+
+namespace {
+
+void Require(bool isDone, ConfigurationError failure)
+{
+    if (!isDone)
+        throw failure;
+}
+
+} // namespace
+
+void DesktopManagement::Load()
+{
+    CRegistryKey(HKEY_LOCAL_MACHINE, clientAgentKey).GetString(clientIniValue, scriptPath, REG_SZ, 0);
+    if (!scriptPath.empty()) {
+        scriptDirectory = DirectoryOf(scriptPath);
+        return;
+    }
+    scriptDirectory = FindScriptDirectory();
+    scriptPath = scriptDirectory + "\\LOGIN.BAT";
+}
+
+bool DesktopManagement::IsRecorded()
+try {
+    std::string path;
+    CRegistryKey agent(HKEY_LOCAL_MACHINE, clientAgentKey);
+    return agent.GetString(clientIniValue, path, REG_SZ, 0) == ERROR_SUCCESS;
+} catch (ConfigurationError) {
+    return true;
+}
+
+void DesktopManagement::Save(DWORD changes) const
+{
+    if ((changes & DESKTOP_SCRIPT) != 0)
+        SaveScript();
+    if ((changes & DESKTOP_SWITCHED) == 0)
+        return;
+    if (isOn)
+        SwitchOn();
+    else
+        SwitchOff();
+}
+
+void DesktopManagement::SaveScript() const
+{
+    if (IsBatchFile(scriptPath)) {
+        const std::string computer = ComputerName();
+        // The lines to remove and to insert bear it.
+        Require(!computer.empty(), IDS_SCRIPT_UPDATE_FAILED);
+        UpdateLoginScript(scriptPath, computer, isOn);
+    }
+    CRegistryKey agent(HKEY_LOCAL_MACHINE, clientAgentKey);
+    if (isOn)
+        agent.SetString(clientIniValue, scriptPath);
+    else
+        agent.DeleteValue(clientIniValue);
+}
+
+void DesktopManagement::SwitchOn() const
+{
+    Require(InstallClient(scriptDirectory), IDS_CLIENT_COPY_FAILED);
+    Require(AddDiscoveryShare(), IDS_SHARE_ADD_FAILED);
+    Require(TellClientsOfShare(scriptDirectory), IDS_CLIENT_PROFILE_FAILED);
+    OpenShareToAnonymous();
+}
+
+void DesktopManagement::SwitchOff() const
+{
+    Require(RemoveClient(scriptDirectory), IDS_CLIENT_DELETE_FAILED);
+    Require(DeleteDiscoveryShare(), IDS_SHARE_DELETE_FAILED);
+    StopTellingClients(scriptDirectory);
+    CloseShareToAnonymous();
+}

@@ -1,0 +1,91 @@
+// Loads and saves the agent services' sub-agents, start types and dependencies.
+#include "pages/core/ServicesSettings.h"
+
+#include "sysaccess/core/RegistryKey.h"
+#include "sysaccess/core/ServiceQueries.h"
+
+namespace {
+
+// The service's own handle; empty when the manager or the service does not open.
+UniqueServiceHandle OpenAgentService(const UniqueServiceHandle& manager, const char* name)
+{
+    return UniqueServiceHandle(manager ? OpenServiceA(manager.Get(), name, SERVICE_ALL_ACCESS) : nullptr);
+}
+
+void SetStartType(const UniqueServiceHandle& service, DWORD startType)
+{
+    if (service)
+        ChangeServiceConfigA(service.Get(), SERVICE_NO_CHANGE, startType, SERVICE_NO_CHANGE, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+void SetDependencies(const UniqueServiceHandle& service, const std::vector<std::string>& names)
+{
+    if (!service)
+        return;
+    std::string block; // each name with its zero; the string's own zero ends the block
+    for (const std::string& name : names)
+        block.append(name.c_str(), name.size() + 1);
+    ChangeServiceConfigA(service.Get(), SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, nullptr,
+                         nullptr, nullptr, block.c_str(), nullptr, nullptr, nullptr);
+}
+
+// A service without sub-agents has nothing to do, so it does not start.
+void SaveGroup(const UniqueServiceHandle& manager, const AgentService& service,
+               const std::vector<std::string>& activeNames)
+{
+    const UniqueServiceHandle handle = OpenAgentService(manager, service.name);
+    const DWORD startType = activeNames.empty() ? SERVICE_DISABLED : SERVICE_AUTO_START;
+    CRegistryKey(HKEY_LOCAL_MACHINE, service.ParametersKey().c_str())
+        .SetMultiString(subServicesValue, activeNames);
+    CRegistryKey(HKEY_LOCAL_MACHINE, service.Key().c_str()).SetDword("Start", startType);
+    SetStartType(handle, startType);
+}
+
+void SaveDependencies(const UniqueServiceHandle& manager, const std::vector<std::string>& names)
+{
+    const AgentService& mainService = agentServices.front();
+    CRegistryKey(HKEY_LOCAL_MACHINE, mainService.Key().c_str()).SetMultiString("DependOnService", names);
+    SetDependencies(OpenAgentService(manager, mainService.name), names);
+}
+
+bool IsSnmpInstalled()
+{
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, ServiceKey(snmpServiceName).c_str(), 0, KEY_READ, &key) !=
+        ERROR_SUCCESS)
+        return false;
+    RegCloseKey(key);
+    return true;
+}
+
+} // namespace
+
+void ServicesSettings::Load()
+{
+    groups.clear();
+    for (const AgentService& service : agentServices) {
+        try {
+            groups.emplace_back(service);
+        } catch (ConfigurationError) {
+            continue; // not installed, or not for this user's eyes
+        }
+    }
+}
+
+void ServicesSettings::Save(std::size_t limit) const
+{
+    const UniqueServiceHandle manager(OpenSCManagerA(nullptr, nullptr, GENERIC_EXECUTE));
+    std::vector<std::string> dependencies;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const std::vector<std::string> activeNames = groups[i].ActiveNames(limit);
+        // The first group read never becomes a dependency, on purpose: it is the main service, unless that
+        // one could not be read.
+        if (i != 0 && !activeNames.empty())
+            dependencies.emplace_back(groups[i].Service().name);
+        SaveGroup(manager, groups[i].Service(), activeNames);
+    }
+    if (IsSnmpInstalled())
+        dependencies.emplace_back(snmpServiceName);
+    SaveDependencies(manager, dependencies);
+}

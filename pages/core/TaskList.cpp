@@ -1,0 +1,52 @@
+// The call of vthstutl.dll.
+#include "pages/core/TaskList.h"
+
+#include "hostutil/TaskRecord.h"
+#include "sysaccess/core/Handles.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+
+namespace {
+
+// What the performance counters call the sum of all processes, the idle time, and a process without a name.
+constexpr std::array<std::string_view, 3> notPrograms = {"_Total", "Idle", "unknown"};
+
+using UniqueTaskList = UniqueHandle<TaskRecord*, [](TaskRecord* list) { std::free(list); }>;
+
+std::string NameOf(const TaskRecord& record)
+{
+    return {record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0')};
+}
+
+std::vector<std::string> NamesOf(std::span<const TaskRecord> records)
+{
+    std::vector<std::string> names;
+    for (const TaskRecord& record : records) {
+        std::string name = NameOf(record);
+        const bool isProgram = std::find(notPrograms.begin(), notPrograms.end(), name) == notPrograms.end();
+        if (isProgram && (names.empty() || names.back() != name))
+            names.push_back(std::move(name));
+    }
+    return names;
+}
+
+} // namespace
+
+std::vector<std::string> RunningProcessNames()
+{
+    const UniqueLibrary library(LoadLibraryA("vthstutl.dll"));
+    if (!library)
+        return {};
+    const auto getTaskList = EntryPoint<GetTaskListFunction>(library.Get(), "GetTaskList");
+    if (getTaskList == nullptr)
+        return {};
+    std::uint32_t count = 0;
+    const UniqueTaskList list(getTaskList(&count));
+    // As a signed number, below zero: not a count.
+    if (!list || count > INT32_MAX)
+        return {};
+    return NamesOf({list.Get(), count});
+}

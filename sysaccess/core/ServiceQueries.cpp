@@ -1,0 +1,94 @@
+// Queries to the service manager; see the header.
+#include "sysaccess/core/ServiceQueries.h"
+
+namespace {
+
+// Room for the first try, and what is added to the manager's answer for the second: services may be installed
+// in between. In bytes.
+constexpr DWORD dependentsSize = 1024;
+constexpr DWORD dependentsMargin = 512;
+
+UniqueServiceHandle OpenManager(DWORD access)
+{
+    return UniqueServiceHandle(OpenSCManagerA(nullptr, SERVICES_ACTIVE_DATABASEA, access));
+}
+
+bool IsActiveState(DWORD state)
+{
+    switch (state) {
+    case SERVICE_START_PENDING:
+    case SERVICE_RUNNING:
+    case SERVICE_CONTINUE_PENDING:
+    case SERVICE_PAUSE_PENDING:
+    case SERVICE_PAUSED:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// One query for dependents: their records, which point into the buffer.
+struct DependentsQuery
+{
+    explicit DependentsQuery(DWORD size) : buffer(size) {}
+
+    bool Run(SC_HANDLE service)
+    {
+        return EnumDependentServicesA(service, SERVICE_STATE_ALL, Records(),
+                                      static_cast<DWORD>(buffer.size()), &bytesNeeded, &count) != FALSE;
+    }
+    ENUM_SERVICE_STATUSA* Records() { return reinterpret_cast<ENUM_SERVICE_STATUSA*>(buffer.data()); }
+
+    std::vector<BYTE> buffer; // from the heap, so aligned for any record
+    DWORD bytesNeeded = 0;
+    DWORD count = 0;
+};
+
+} // namespace
+
+UniqueServiceHandle OpenServiceForControl(const char* serviceName)
+{
+    const UniqueServiceHandle manager = OpenManager(GENERIC_EXECUTE);
+    if (!manager)
+        return {};
+    return UniqueServiceHandle(OpenServiceA(manager.Get(), serviceName, SERVICE_ALL_ACCESS));
+}
+
+std::optional<DWORD> ReadServiceState(SC_HANDLE service)
+{
+    SERVICE_STATUS status{};
+    if (service == nullptr || !QueryServiceStatus(service, &status))
+        return std::nullopt;
+    return status.dwCurrentState;
+}
+
+bool IsServiceActive(const char* serviceName)
+{
+    const UniqueServiceHandle manager = OpenManager(GENERIC_READ);
+    if (!manager)
+        return true;
+    const UniqueServiceHandle service(OpenServiceA(manager.Get(), serviceName, SERVICE_QUERY_STATUS));
+    const std::optional<DWORD> state = ReadServiceState(service.Get());
+    return state.has_value() && IsActiveState(*state);
+}
+
+bool GetDependentServices(const char* serviceName, std::vector<std::string>& names)
+{
+    names.clear();
+    // All rights, although a list needs fewer: who may not control the service gets no list of what to stop
+    // and start with it.
+    const UniqueServiceHandle service = OpenServiceForControl(serviceName);
+    if (!service)
+        return true;
+    DependentsQuery query(dependentsSize);
+    bool isListed = query.Run(service.Get());
+    if (!isListed && GetLastError() == ERROR_MORE_DATA) {
+        query = DependentsQuery(query.bytesNeeded + dependentsMargin);
+        isListed = query.Run(service.Get());
+    }
+    if (!isListed)
+        return false;
+    for (DWORD index = 0; index < query.count; ++index)
+        names.emplace_back(query.Records()[index].lpServiceName);
+    return true;
+}

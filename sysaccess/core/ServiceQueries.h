@@ -1,0 +1,35 @@
+// What the pages and the restart of the agents ask Windows' service manager. All of it is about services of
+// this machine.
+#pragma once
+
+#include "sysaccess/core/Handles.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+#include <windows.h>
+
+inline void CloseService(SC_HANDLE handle)
+{
+    CloseServiceHandle(handle);
+}
+
+// A service, or the service manager.
+using UniqueServiceHandle = UniqueHandle<SC_HANDLE, CloseService>;
+
+// Opens a service for every use; null when the manager or the service cannot be opened.
+[[nodiscard]] UniqueServiceHandle OpenServiceForControl(const char* serviceName);
+
+// The state of a service, SERVICE_STOPPED to SERVICE_PAUSED. Nothing when it cannot be read, as from a null
+// handle.
+[[nodiscard]] std::optional<DWORD> ReadServiceState(SC_HANDLE service);
+
+// True while a service runs, is paused, or is on its way to either; also when the manager cannot be opened,
+// since callers then do best to assume that the agents are at work. False when it is stopped or stopping,
+// missing, or cannot be read.
+[[nodiscard]] bool IsServiceActive(const char* serviceName);
+
+// Lists the services that depend on a service, in any state and in the manager's order. What `names` held is
+// gone in every case. False when the manager refuses the list; a service that cannot be opened counts as one
+// without dependents.
+bool GetDependentServices(const char* serviceName, std::vector<std::string>& names);
