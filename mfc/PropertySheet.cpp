@@ -115,10 +115,12 @@ bool CPropertySheet::IsOverAfter(const MSG& message) const
 }
 
 void CPropertySheet::RunLoop()
+// Messages are fetched and passed on as Unicode: the system's dialog takes them for that, and would change
+// characters that arrive in a code page.
 {
     MSG message = {};
     while (!IsOverAfter(message)) {
-        if (::GetMessageA(&message, nullptr, 0, 0) <= 0) {
+        if (::GetMessageW(&message, nullptr, 0, 0) <= 0) {
             // The program is to end: this loop ends first, and the one around it has to learn of it, too.
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
@@ -134,7 +136,7 @@ void CPropertySheet::Pump(MSG& message) const
         SendMessage(PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != FALSE)
         return;
     ::TranslateMessage(&message);
-    ::DispatchMessageA(&message);
+    ::DispatchMessageW(&message);
 }
 
 void CPropertySheet::EndDialog(int nEndID)

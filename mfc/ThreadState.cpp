@@ -84,7 +84,8 @@ LRESULT CThreadState::CallSuper(HWND hWnd, UINT message, WPARAM wParam, LPARAM l
     const auto found = m_super.find(hWnd);
     if (found == m_super.end())
         return ::DefWindowProcA(hWnd, message, wParam, lParam);
-    return ::CallWindowProcA(found->second, hWnd, message, wParam, lParam);
+    const auto call = found->second.isUnicode ? &::CallWindowProcW : &::CallWindowProcA;
+    return call(found->second.procedure, hWnd, message, wParam, lParam);
 }
 
 unsigned CThreadState::LoopDepth() const

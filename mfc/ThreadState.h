@@ -56,7 +56,14 @@ class CThreadState
     void KeepException() noexcept;
 
     std::map<HWND, CWnd*> m_permanent;
-    std::map<HWND, WNDPROC> m_super;
+    std::map<HWND, Super> m_super;
+    // What a window did before, and whether it takes its messages in Unicode.
+    struct Super
+    {
+        WNDPROC procedure;
+        bool isUnicode;
+    };
+
     CHandlerScope* m_scope = nullptr;    // the innermost
     std::exception_ptr m_stray;          // thrown outside every loop and creation
     CCreationHook* m_creation = nullptr; // waiting for its window

@@ -152,6 +152,10 @@ class CWnd : public CCmdTarget
 
     // What a message is answered that a handler has thrown from, or that is not delivered because one has.
     virtual LRESULT FailureAnswer(UINT message, WPARAM wParam, LPARAM lParam) const;
+    // Whether the window's messages, its characters above all, come in Unicode once it is taken over; else in
+    // the code page.
+    [[nodiscard]] virtual bool TakesUnicode() const { return false; }
+
 
     // A command that this window has no handler for: its parent window's object, then the application object.
     BOOL RouteToParent(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
@@ -171,7 +175,7 @@ class CWnd : public CCmdTarget
     };
 
     bool Bind(HWND hWnd, Binding binding);
-    static bool TakeProcedure(HWND hWnd);
+    bool TakeProcedure(HWND hWnd) const;
     HWND Unbind();
     LRESULT GuardedProc(UINT message, WPARAM wParam, LPARAM lParam);
     void FinishDestruction();

@@ -37,7 +37,7 @@ class CParsedEdit : public CEdit
     DECLARE_MESSAGE_MAP()
 
   private:
-    // The CharacterClass bits of a character code.
+    // The CharacterClass bits of a character, in Unicode.
     [[nodiscard]] WORD ClassOf(UINT character) const;
     [[nodiscard]] bool IsListed(UINT character) const;
 

@@ -111,6 +111,19 @@ void DialogDriver::Type(int id, const std::string& text) const
     m_thread->Settle();
 }
 
+void DialogDriver::Type(int id, const std::wstring& text) const
+{
+    Focus(id);
+    Type(*m_thread, Control(id), text);
+}
+
+void DialogDriver::Type(const UiThread& thread, HWND control, const std::wstring& text)
+{
+    for (const wchar_t character : text)
+        PostMessageW(control, WM_CHAR, character, 1);
+    thread.Settle();
+}
+
 void DialogDriver::Focus(int id) const
 {
     SendWithin(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(UsableControl(id)), TRUE);

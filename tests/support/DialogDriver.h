@@ -44,6 +44,9 @@ class DialogDriver
     void SetText(int id, const std::string& text) const;
     // Types the characters of `text` one by one, as keys.
     void Type(int id, const std::string& text) const;
+    // The same with any characters, whatever the code page; also into a control that stands elsewhere.
+    void Type(int id, const std::wstring& text) const;
+    static void Type(const UiThread& thread, HWND control, const std::wstring& text);
     // Gives the control the focus as the Tab key does.
     void Focus(int id) const;
 
