@@ -123,6 +123,8 @@ class CWnd : public CCmdTarget
     LRESULT DispatchMessageToObject(UINT message, WPARAM wParam, LPARAM lParam);
     // For the classes that run modal loops: ends this window's, because a handler has failed.
     virtual void EndFailedLoop() {}
+    // For the same: a message has been handled, and no other of the loop is being handled.
+    virtual void AfterMessage() {}
 
   protected:
     // The whole of a window's messages pass here; the base consults the message map and then DefWindowProc.
@@ -150,12 +152,12 @@ class CWnd : public CCmdTarget
     // The point is in client coordinates.
     void OnLButtonDown(UINT nFlags, CPoint point);
 
-    // What a message is answered that a handler has thrown from, or that is not delivered because one has.
-    virtual LRESULT FailureAnswer(UINT message, WPARAM wParam, LPARAM lParam) const;
     // Whether the window's messages, its characters above all, come in Unicode once it is taken over; else in
     // the code page.
     [[nodiscard]] virtual bool TakesUnicode() const { return false; }
 
+    // What a message is answered that a handler has thrown from, or that is not delivered because one has.
+    virtual LRESULT FailureAnswer(UINT message, WPARAM wParam, LPARAM lParam) const;
 
     // A command that this window has no handler for: its parent window's object, then the application object.
     BOOL RouteToParent(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
