@@ -91,8 +91,10 @@ void CVtnClientPropPage::OnBrowse()
 {
     CString path;
     m_scriptEdit.GetWindowText(path);
-    // It saves rather than opens: a script that is not there yet will be made.
-    CFileDialog dialog(FALSE, nullptr, path, OFN_HIDEREADONLY, "Command Files (*.bat)|*.bat||", this);
+    // It saves rather than opens: a script that is not there yet will be made. The script's directory, where
+    // others may write, must not become the one in which this process looks for libraries.
+    CFileDialog dialog(FALSE, nullptr, path, OFN_HIDEREADONLY | OFN_NOCHANGEDIR,
+                       LoadText(IDS_SCRIPT_FILE_FILTER), this);
     if (dialog.DoModal() != IDOK)
         return;
     m_settings.scriptPath = dialog.GetPathName();
