@@ -1,7 +1,9 @@
 // The login script's path on the Desktop Mgmt page: typed, on the network, and browsed for.
 #include "applet/ClientPageTest.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
 // It needs windows.h before it.
 #include <commdlg.h>
@@ -25,6 +27,24 @@ TEST_F(ClientPage, APathCanBeTypedWithItsOwnPunctuationOnly)
     EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "aZ09`!@#$%()_-{}~' :\\/.");
     page.Type(IDC_CLIENT_SCRIPT, "C:^\\\b\\a"); // in place of what is selected
     EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "C:\\a");
+    m_host.PressCancel();
+}
+
+// The number by which the page has always set its filter up. No control has it, so nothing is taken over
+// twice.
+TEST_F(ClientPage, FiltersTheFieldWithoutTakingItOverOnceMore)
+{
+    std::vector<int> asked;
+    {
+        const auto hook = support::HookImport<decltype(GetDlgItem)>(m_host.Module(), "GetDlgItem",
+                                                                    [&](auto original, HWND dialog, int id) {
+                                                                        asked.push_back(id);
+                                                                        return original(dialog, id);
+                                                                    });
+        OpenSwitchedOn();
+    }
+    EXPECT_EQ(std::ranges::count(asked, 1031), 1);
+    EXPECT_EQ(GetDlgItem(m_host.ActivePage().Window(), 1031), nullptr);
     m_host.PressCancel();
 }
 
