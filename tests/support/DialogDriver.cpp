@@ -37,6 +37,12 @@ std::string RowText(HWND control, const ListMessages& messages, WPARAM row)
     return text.c_str();
 }
 
+DWORD WINAPI Notify(void* message)
+{
+    const auto& sent = *static_cast<const MSG*>(message);
+    return static_cast<DWORD>(SendNotifyMessageA(sent.hwnd, sent.message, sent.wParam, sent.lParam));
+}
+
 } // namespace
 
 LRESULT SendWithin(HWND window, UINT message, WPARAM wParam, LPARAM lParam, std::chrono::milliseconds limit)
@@ -46,6 +52,20 @@ LRESULT SendWithin(HWND window, UINT message, WPARAM wParam, LPARAM lParam, std:
                             &result) == 0)
         throw std::runtime_error("a window does not answer message " + std::to_string(message));
     return static_cast<LRESULT>(result);
+}
+
+void SendFromElsewhere(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    MSG sent{};
+    sent.hwnd = window;
+    sent.message = message;
+    sent.wParam = wParam;
+    sent.lParam = lParam;
+    // On the window's own thread it would be handled at once. Not std::thread, which may call a Sleep that
+    // the test has replaced.
+    const HANDLE thread = CreateThread(nullptr, 0, &Notify, &sent, 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
 }
 
 std::string WindowText(HWND window)

@@ -14,6 +14,10 @@ namespace support {
 LRESULT SendWithin(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0,
                    std::chrono::milliseconds limit = defaultLimit);
 
+// Sends a message as another program does that does not wait for the answer: the window's thread finds it
+// when it next looks for messages.
+void SendFromElsewhere(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
 // Text of any window of this process, whatever thread it belongs to.
 [[nodiscard]] std::string WindowText(HWND window);
 
