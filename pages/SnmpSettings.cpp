@@ -211,10 +211,12 @@ void SnmpSettings::SaveInterval() const
     }
 }
 
-// The debugger that is not wanted is parked before the other takes its place: a refusal in between loses
-// neither.
+// First the system's own debugger, which stands nowhere else once the agents' has taken its place: a refusal
+// in between loses neither, and another save ends as this one would have.
 void SnmpSettings::SaveDebuggers() const
 {
-    Key(parkedDebuggerKey).SetString(debuggerValue, exceptionTrap ? m_savedDebugger : m_trapDebugger);
-    Key(activeDebuggerKey).SetString(debuggerValue, exceptionTrap ? m_trapDebugger : m_savedDebugger);
+    CRegistryKey forSaved = Key(exceptionTrap ? parkedDebuggerKey : activeDebuggerKey);
+    CRegistryKey forTrap = Key(exceptionTrap ? activeDebuggerKey : parkedDebuggerKey);
+    forSaved.SetString(debuggerValue, m_savedDebugger);
+    forTrap.SetString(debuggerValue, m_trapDebugger);
 }
