@@ -2,6 +2,7 @@
 #include "pages/TaskList.h"
 
 #include "hostutil/TaskRecord.h"
+#include "pages/ProcessMonitorSettings.h"
 #include "sysaccess/Handles.h"
 
 #include <algorithm>
@@ -18,7 +19,9 @@ using UniqueTaskList = UniqueHandle<TaskRecord*, [](TaskRecord* list) { std::fre
 
 std::string NameOf(const TaskRecord& record)
 {
-    return {record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0')};
+    std::string name(record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0'));
+    DropHalfCharacter(name);
+    return name;
 }
 
 std::vector<std::string> NamesOf(std::span<const TaskRecord> records)
