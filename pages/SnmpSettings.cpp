@@ -212,7 +212,7 @@ void SnmpSettings::SaveInterval() const
 }
 
 // First the system's own debugger, which stands nowhere else once the agents' has taken its place: a refusal
-// in between loses neither, and another save ends as this one would have.
+// in between loses neither.
 void SnmpSettings::SaveDebuggers() const
 {
     CRegistryKey forSaved = Key(exceptionTrap ? parkedDebuggerKey : activeDebuggerKey);

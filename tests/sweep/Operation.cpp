@@ -40,9 +40,12 @@ void EditSnmpSettings(AppletHost& host)
     page.SetText(IDC_SNMP_SERVER_ROLE, "Files");
 }
 
+// Also when it is off already, after a failure between the two debuggers.
 void SwitchTrapOff(AppletHost& host)
 {
-    host.ActivePage().Uncheck(IDC_SNMP_EXCEPTION_TRAP);
+    const DialogDriver page = host.ActivePage();
+    page.Check(IDC_SNMP_EXCEPTION_TRAP);
+    page.Uncheck(IDC_SNMP_EXCEPTION_TRAP);
 }
 
 void TickStorageBoxes(AppletHost& host)
