@@ -119,6 +119,7 @@ class CHandlerScope
     // Throws the kept exception, if any; to be called when every window of the scope is gone.
     void Rethrow() const;
 
+    // The window whose loop, or creation, it is.
     [[nodiscard]] CWnd& Window() const { return m_window; }
     // How many scopes, and messages in progress, there are up to this one.
     [[nodiscard]] unsigned Depth() const { return m_depth; }

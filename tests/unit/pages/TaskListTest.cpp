@@ -132,10 +132,11 @@ TEST_F(TaskListSearch, LeavesTheCurrentDirectoryOutForTheLoad)
     EXPECT_EQ(SettingsWhileNamesAreRead(), (Names{systemDirectory + " after 0", "none after 1"}));
 }
 
-TEST_F(TaskListSearch, IsPutBackAsItWas)
+TEST_F(TaskListSearch, StaysAsAProgramHasSetIt)
 {
     SetDllDirectoryA("C:\\lib");
-    EXPECT_EQ(SettingsWhileNamesAreRead(), (Names{systemDirectory + " after 0", "C:\\lib after 1"}));
+    EXPECT_EQ(SettingsWhileNamesAreRead(), Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 1);
     SetDllDirectoryA(nullptr);
 }
 
