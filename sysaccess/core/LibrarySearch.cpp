@@ -21,6 +21,12 @@ std::string SystemDirectory()
     return length < MAX_PATH ? directory.data() : "";
 }
 
+UniqueLibrary LoadSystemLibrary(const std::string& fileName)
+{
+    const std::string directory = SystemDirectory();
+    return UniqueLibrary(directory.empty() ? nullptr : LoadLibraryA((directory + '\\' + fileName).c_str()));
+}
+
 // An empty directory would do on Windows, but not under Wine; the system's is searched anyway.
 SearchWithoutCurrentDirectory::SearchWithoutCurrentDirectory() : m_isInForce(HasLibraryDirectory())
 {
