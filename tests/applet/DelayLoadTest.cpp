@@ -4,6 +4,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <windows.h>
+
+// It needs windows.h before it.
+#include <lm.h>
 
 namespace {
 
@@ -106,6 +110,19 @@ TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
     EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "C:\\LOGIN.BAT");
     EXPECT_FALSE(loaded.Ending("comdlg32.dll").empty());
     m_host.PressCancel();
+}
+
+NET_API_STATUS WINAPI FreeNothing(LPVOID /*buffer*/)
+{
+    return 0;
+}
+
+TEST_F(DelayLoad, LeavesAHookBelowAnotherInPlace)
+{
+    const support::ReplacedImport lower(m_host.Module(), "NetApiBufferFree", &FreeNothing);
+    const support::ReplacedImport upper(m_host.Module(), "NetApiBufferFree", &FreeNothing);
+    EXPECT_EQ(upper.Original<decltype(FreeNothing)>(), &FreeNothing);
+    EXPECT_NE(lower.Original<decltype(FreeNothing)>(), &FreeNothing);
 }
 
 } // namespace
