@@ -53,9 +53,9 @@ class TestSheet : public CSheetAssembly
     {
         Assign(PageRole::Services, services);
         Assign(PageRole::Storage, storage);
-        Assign(PageRole::SnmpSettings, snmpSettings);
-        Assign(PageRole::DesktopMgmt, desktopMgmt);
-        Assign(PageRole::RemoteLumora, remoteLumora);
+        Assign(PageRole::Snmp, snmpSettings);
+        Assign(PageRole::Desktop, desktopMgmt);
+        Assign(PageRole::Board, remoteLumora);
         Assign(PageRole::ProcessMonitor, processMonitor);
     }
 
@@ -240,9 +240,10 @@ TEST_F(SheetAssembly, TheResultOfASaveIsTheBoardsAndNoOtherPages)
 TEST_F(SheetAssembly, ReportsTheChangesOfEachPageByItsRole)
 {
     m_sheet.services.isChanged = m_sheet.desktopMgmt.isChanged = true;
-    const PageChanges changes = m_sheet.Changes();
-    EXPECT_TRUE(changes.services && changes.desktopMgmt);
-    EXPECT_FALSE(changes.storage || changes.snmpSettings || changes.remoteLumora || changes.processMonitor);
+    for (const PageRole role : {PageRole::Services, PageRole::Desktop})
+        EXPECT_TRUE(m_sheet.IsChanged(role));
+    for (const PageRole role : {PageRole::Storage, PageRole::Snmp, PageRole::Board, PageRole::ProcessMonitor})
+        EXPECT_FALSE(m_sheet.IsChanged(role));
 }
 
 // --- the window: Apply, Help
