@@ -5,11 +5,6 @@
 #include <string>
 #include <windows.h>
 
-// The agents' key below HKEY_LOCAL_MACHINE, and its value, a REG_SZ: the path of the login script, there
-// exactly while desktop management is on.
-inline constexpr char clientAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\VTNMHost";
-inline constexpr char clientIniValue[] = "ClientIni";
-
 // Longest script path in bytes while desktop management is on.
 inline constexpr int scriptPathLimit = 256;
 

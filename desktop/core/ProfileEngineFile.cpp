@@ -43,10 +43,10 @@ std::int16_t FailureStatus()
     return status == PROF_OK ? std::int16_t{ERROR_GEN_FAILURE} : status;
 }
 
-UniqueFile OpenShared(const char* path, DWORD disposition)
+UniqueObject OpenShared(const char* path, DWORD disposition)
 {
-    return OwnFile(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
-                               FILE_ATTRIBUTE_NORMAL, nullptr));
+    return OwnUnlessInvalid(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                        disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 // Reads until there is a longest line and the byte after it, or all that the file still has.
@@ -215,7 +215,7 @@ std::int16_t WriteProfile(const ProfileRequest& request, DWORD& size)
     // A file that vanished since it was opened stays away, unless the caller created it.
     if ((request.flags & PROF_CREATE) == 0 && !Exists(path))
         return ERROR_FILE_NOT_FOUND;
-    const UniqueFile file = OpenShared(path, OPEN_EXISTING);
+    const UniqueObject file = OpenShared(path, OPEN_EXISTING);
     if (!file)
         return FailureStatus();
     const std::int16_t status = WriteLines(file.Get(), request.file->head->next);
@@ -230,7 +230,7 @@ std::int16_t ProfileOpen(const char* path, ProfileRequest& request)
     if (std::strlen(path) >= profilePathSize)
         return ERROR_FILENAME_EXCED_RANGE;
     const bool isEmptied = (request.flags & PROF_CREATE) != 0;
-    const UniqueFile file = OpenShared(path, isEmptied ? CREATE_ALWAYS : OPEN_ALWAYS);
+    const UniqueObject file = OpenShared(path, isEmptied ? CREATE_ALWAYS : OPEN_ALWAYS);
     if (!file)
         return FailureStatus();
     const std::int16_t status = ReadProfile(file.Get(), path, request.file);

@@ -5,10 +5,6 @@
 
 namespace {
 
-constexpr char computersValue[] = "Destination";
-constexpr char userNameValue[] = "DestinationUsername";
-constexpr char passwordValue[] = "DestinationPassword";
-
 BYTE Combine(BYTE character, std::size_t index)
 {
     return static_cast<BYTE>(character ^ (index + 32));

@@ -5,12 +5,6 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr char processesValue[] = "ProcMon";
-
-} // namespace
-
 std::vector<MonitoredProcess> ParseMonitoredProcesses(std::span<const BYTE> stored)
 {
     std::vector<MonitoredProcess> processes;

@@ -3,6 +3,7 @@
 
 #include "resources/resource.h"
 #include "sysaccess/core/AgentServices.h"
+#include "sysaccess/core/Environment.h"
 #include "sysaccess/core/RegistryKey.h"
 
 #include <algorithm>
@@ -13,23 +14,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char productKey[] = "SOFTWARE\\Vortan Lumora Agent";
-constexpr char hostSnmpKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\VTNSNMP";
-constexpr char hostAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\VTNMHOST";
-constexpr char serverAgentsKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgServ";
-constexpr char rackAgent[] = "VTNRACK";
-
-// The system starts what stands in the first when a program crashes; the agents park in the second what is
-// not to be started at present.
-constexpr char activeDebuggerKey[] = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug";
-constexpr char parkedDebuggerKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\AppTrap";
-
-constexpr char serverRoleValue[] = "ServerRole";
-constexpr char setsEnabledValue[] = "SetsEnabled";
-constexpr char hostFlagsValue[] = "HostFlags";
-constexpr char timeoutValue[] = "Timeout";
-constexpr char debuggerValue[] = "Debugger";
 
 // Bits of "SetsEnabled" and of "HostFlags".
 constexpr DWORD setsEnabledBit = 0x1;
@@ -71,9 +55,9 @@ std::optional<DWORD> ReadNumber(const char* path, const char* valueName)
 bool HasRackSupport()
 try {
     std::vector<std::string> agents;
-    Key(serverAgentsKey).EnumSubkeys(agents);
+    Key(ServiceKey(serverServiceName)).EnumSubkeys(agents);
     return std::any_of(agents.begin(), agents.end(),
-                       [](const std::string& name) { return IsSameName(name.c_str(), rackAgent); });
+                       [](const std::string& name) { return IsSameName(name.c_str(), rackSubAgent); });
 } catch (ConfigurationError) {
     return false;
 }
@@ -88,8 +72,7 @@ bool IsTrapDebugger(const std::string& command)
 std::string DefaultTrapDebugger()
 {
     std::array<char, 256> command{};
-    const DWORD size = ExpandEnvironmentStringsA(trapDebuggerTemplate, command.data(), command.size());
-    return size > 0 && size <= command.size() ? command.data() : trapDebuggerTemplate;
+    return ExpandEnvironment(trapDebuggerTemplate, command) ? command.data() : trapDebuggerTemplate;
 }
 
 // Writes one agent's number. An agent that refuses does not keep the others from theirs.

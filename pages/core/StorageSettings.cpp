@@ -2,15 +2,8 @@
 #include "pages/core/StorageSettings.h"
 
 #include "resources/resource.h"
+#include "sysaccess/core/AgentNames.h"
 #include "sysaccess/core/RegistryKey.h"
-
-namespace {
-
-constexpr char fibreAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNFCA";
-constexpr char arrayAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNMIDA";
-constexpr char sasAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNSAS";
-
-} // namespace
 
 // Each agent lays its bits out by itself: tape support of the SAS agent is 0x4, not 0x1.
 const std::array<StorageFeature, storageFeatureCount> storageFeatures = {{

@@ -17,9 +17,6 @@ inline constexpr std::size_t storageFeatureCount = 4;
 // Every feature, in the order of its check boxes, of loading and of saving.
 extern const std::array<StorageFeature, storageFeatureCount> storageFeatures;
 
-// The value that holds the bits.
-inline constexpr char disableFlagsValue[] = "DisableFlags";
-
 // The settings of the storage agents. Load and Save throw ConfigurationError when an agent's key cannot be
 // opened.
 class StorageSettings

@@ -2,6 +2,7 @@
 #include "pages/core/EventDestinations.h"
 
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentNames.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
@@ -76,7 +77,7 @@ class EventDestinationsTest : public testing::Test
         return settings;
     }
 
-    support::SavedKey m_parameters{"SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters"};
+    support::SavedKey m_parameters{hostParametersKey};
 };
 
 using EventDestinationsLoad = EventDestinationsTest;

@@ -2,6 +2,7 @@
 #include "pages/core/ProcessMonitorSettings.h"
 
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentNames.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
@@ -133,7 +134,7 @@ class ProcessMonitorSettings : public testing::Test
   protected:
     ProcessMonitorSettings() { m_parameters.Clear(); }
 
-    support::SavedKey m_parameters{"SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters"};
+    support::SavedKey m_parameters{hostParametersKey};
 };
 
 TEST_F(ProcessMonitorSettings, AnAbsentValueIsNoConfiguration)

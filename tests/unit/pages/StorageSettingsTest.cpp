@@ -3,6 +3,7 @@
 
 #include "support/ImportHook.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentServices.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +12,6 @@ namespace {
 
 using support::ExpectAbsent;
 using support::ExpectDword;
-
-constexpr char agents[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor";
 
 // Boxes in the order of storageFeatures.
 enum Feature : std::size_t
@@ -42,10 +41,10 @@ class StorageSettingsTest : public testing::Test
         return settings;
     }
 
-    support::SavedKey m_agents{agents};
-    support::TestKey m_fibre = m_agents.Subkey("VTNFCA");
-    support::TestKey m_array = m_agents.Subkey("VTNMIDA");
-    support::TestKey m_sas = m_agents.Subkey("VTNSAS");
+    support::SavedKey m_agents{ServiceKey(storageServiceName)};
+    support::TestKey m_fibre{fibreAgentKey};
+    support::TestKey m_array{arrayAgentKey};
+    support::TestKey m_sas{sasAgentKey};
 };
 
 using StorageSettingsLoad = StorageSettingsTest;
