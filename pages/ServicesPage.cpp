@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr WORD agentMoved = 0x1;
-
 // An item's data has 16 bits for the entry; further ones could not be told from those of the next group.
 constexpr std::size_t mostEntries = 0x10000;
 
@@ -34,7 +32,7 @@ DWORD CVtnServicesPropPage::Save()
     // A partner that was switched along may still stand in the other list, so a service can have more active
     // agents than the Active list shows. It gets no more than that, on purpose: what is shown is what is
     // agreed to.
-    if ((m_changed & agentMoved) != 0)
+    if (m_isChanged)
         m_settings.Save(static_cast<std::size_t>(m_active.count));
     return ERROR_SUCCESS;
 }
@@ -55,7 +53,7 @@ BOOL CVtnServicesPropPage::OnInitDialog()
     CVtnPropPage::OnInitDialog();
     FillLists();
     UpdateControls();
-    m_changed = 0;
+    m_isChanged = false;
     return TRUE;
 }
 
@@ -137,7 +135,7 @@ void CVtnServicesPropPage::Move(Side& from, Side& to, bool active)
     FitScrolling(to);
     // The partner's own item stays where it is, on purpose: the user moves it, if at all.
     m_settings.groups[HIWORD(place)].SetActive(LOWORD(place), active);
-    m_changed |= agentMoved;
+    m_isChanged = true;
     UpdateControls();
 }
 

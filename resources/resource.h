@@ -7,6 +7,10 @@
 #define IDC_STATIC (-1)
 #endif
 
+// Controls have numbers in this range: below it are the system's buttons, above it commands.
+#define IDC_FIRST 1000
+#define IDC_LAST 0x7FFF
+
 // The applet's icon.
 #define IDI_APPLET 1
 

@@ -22,6 +22,16 @@ enum Feature : std::size_t
     ArrayPerformance,
 };
 
+using Disabled = decltype(StorageSettings::disabled);
+
+// Every feature in the same state.
+Disabled Every(BOOL isDisabled)
+{
+    Disabled disabled{};
+    disabled.fill(isDisabled);
+    return disabled;
+}
+
 // A machine with the three agents and no values.
 class StorageSettingsTest : public testing::Test
 {
@@ -52,7 +62,7 @@ using StorageSettingsSave = StorageSettingsTest;
 
 TEST_F(StorageSettingsLoad, NothingIsDisabledWithoutValues)
 {
-    EXPECT_EQ(Load().disabled, (std::array<BOOL, 4>{}));
+    EXPECT_EQ(Load().disabled, Every(FALSE));
 }
 
 TEST_F(StorageSettingsLoad, ReadsEachFeatureFromItsOwnBit)
@@ -60,7 +70,7 @@ TEST_F(StorageSettingsLoad, ReadsEachFeatureFromItsOwnBit)
     m_fibre.SetDword(disableFlagsValue, 0x1);
     m_array.SetDword(disableFlagsValue, 0x3);
     m_sas.SetDword(disableFlagsValue, 0x4);
-    EXPECT_EQ(Load().disabled, (std::array<BOOL, 4>{TRUE, TRUE, TRUE, TRUE}));
+    EXPECT_EQ(Load().disabled, Every(TRUE));
 }
 
 TEST_F(StorageSettingsLoad, TapeSupportOfTheSasAgentIsNotBitOne)
@@ -74,7 +84,7 @@ TEST_F(StorageSettingsLoad, AValueOfAnotherTypeOrSizeCountsAsNothingDisabled)
     m_fibre.SetBinary(disableFlagsValue, {1, 0, 0, 0});
     m_array.SetRaw(disableFlagsValue, REG_DWORD, {3});
     m_sas.SetString(disableFlagsValue, "4");
-    EXPECT_EQ(Load().disabled, (std::array<BOOL, 4>{}));
+    EXPECT_EQ(Load().disabled, Every(FALSE));
 }
 
 TEST_F(StorageSettingsLoad, AMissingAgentKeyIsRefused)
@@ -128,7 +138,7 @@ TEST_F(StorageSettingsSave, CarriesTheArrayAgentsValueOverToTheSasAgent)
     m_fibre.SetDword(disableFlagsValue, 0x10);
     m_array.SetDword(disableFlagsValue, 0x20);
     StorageSettings settings;
-    settings.disabled = {TRUE, TRUE, TRUE, TRUE};
+    settings.disabled = Every(TRUE);
     settings.Save();
     ExpectDword(m_fibre, disableFlagsValue, 0x11);
     ExpectDword(m_sas, disableFlagsValue, 0x25);
@@ -157,7 +167,7 @@ TEST_F(StorageSettingsSave, ReplacesAValueOfAnotherType)
 TEST_F(StorageSettingsSave, EndsAtTheFirstRefusalAndKeepsWhatWasWritten)
 {
     StorageSettings settings;
-    settings.disabled = {TRUE, TRUE, TRUE, TRUE};
+    settings.disabled = Every(TRUE);
     m_sas.Delete();
     EXPECT_THROW(settings.Save(), ConfigurationError);
     ExpectDword(m_fibre, disableFlagsValue, 0x1);
