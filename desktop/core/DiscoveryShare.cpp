@@ -16,13 +16,12 @@ namespace {
 constexpr char reportDirectory[] = "%SystemRoot%\\system32\\vtnmgmt\\vtndata";
 constexpr DWORD allPermissions = 127;
 
-// The name with its zero, as the calls take it.
-std::array<wchar_t, sizeof discoveryShareName> WideShareName()
-{
+// The name with its zero; the calls take a copy that they could write to.
+constexpr auto wideShareName = [] {
     std::array<wchar_t, sizeof discoveryShareName> name{};
     std::copy(std::begin(discoveryShareName), std::end(discoveryShareName), name.begin());
     return name;
-}
+}();
 
 } // namespace
 
@@ -34,7 +33,7 @@ bool AddDiscoveryShare()
     CreateDirectoryA(directory.data(), nullptr); // when it is not there afterwards, it cannot be shared
     std::array<wchar_t, MAX_PATH> path{};
     MultiByteToWideChar(CP_ACP, 0, directory.data(), -1, path.data(), static_cast<int>(path.size()));
-    auto name = WideShareName();
+    auto name = wideShareName;
     wchar_t remark[] = L"CIM Client Share";
     wchar_t password[] = L"";
     SHARE_INFO_2 share{};
@@ -51,7 +50,7 @@ bool AddDiscoveryShare()
 
 bool DeleteDiscoveryShare()
 {
-    auto name = WideShareName();
+    auto name = wideShareName;
     const NET_API_STATUS status = NetShareDel(nullptr, name.data(), 0);
     return status == NERR_Success || status == NERR_NetNameNotFound;
 }
