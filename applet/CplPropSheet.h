@@ -2,9 +2,9 @@
 #pragma once
 
 #include "applet/SheetAssembly.h"
-#include "desktop/ClientPage.h"
+#include "desktop/DesktopPage.h"
 #include "pages/ProcMonPage.h"
-#include "pages/Rb4Page.h"
+#include "pages/BoardPage.h"
 #include "pages/ServicesPage.h"
 #include "pages/SnmpPage.h"
 #include "pages/StoragePage.h"

@@ -20,7 +20,7 @@ namespace {
 
 using namespace sweep;
 
-constexpr int templates[] = {IDD_SERVICES, IDD_SNMP, IDD_STORAGE, IDD_CLIENT, IDD_PROCMON, IDD_BOARD};
+constexpr int templates[] = {IDD_SERVICES, IDD_SNMP, IDD_STORAGE, IDD_DESKTOP, IDD_PROCMON, IDD_BOARD};
 
 INT_PTR CALLBACK DoNothing(HWND /*page*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/)
 {

@@ -42,9 +42,9 @@ try {
 
 void DesktopManagement::Save(DWORD changes) const
 {
-    if ((changes & DESKTOP_SCRIPT) != 0)
+    if ((changes & ScriptChanged) != 0)
         SaveScript();
-    if ((changes & DESKTOP_SWITCHED) == 0)
+    if ((changes & SwitchChanged) == 0)
         return;
     if (isOn)
         SwitchOn();

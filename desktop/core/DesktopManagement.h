@@ -11,8 +11,8 @@ inline constexpr int scriptPathLimit = 256;
 // What has changed since loading, as bits.
 enum DesktopChange : DWORD
 {
-    DESKTOP_SWITCHED = 0x1, // desktop management was switched on or off an odd number of times
-    DESKTOP_SCRIPT = 0x2,   // the script or the switch was touched
+    SwitchChanged = 0x1, // desktop management was switched on or off an odd number of times
+    ScriptChanged = 0x2,   // the script or the switch was touched
 };
 
 // The page's settings; the fields are what the user chose, or else what Load found.

@@ -48,7 +48,7 @@ class ClientPage : public AppletTest
     {
         const support::DialogDriver page = Open();
         m_boxes.Answer(IDOK);
-        page.Check(IDC_CLIENT_ENABLE);
+        page.Check(IDC_DESKTOP_ENABLE);
         return page;
     }
 
@@ -56,8 +56,8 @@ class ClientPage : public AppletTest
     static void ExpectWholePathSelected(const support::DialogDriver& page,
                                         support::Location where = support::Location::current())
     {
-        const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
-        support::ExpectEqual<LRESULT>(MAKELONG(0, page.Text(IDC_CLIENT_SCRIPT).size()), selection,
+        const LRESULT selection = support::SendWithin(page.Control(IDC_DESKTOP_SCRIPT), EM_GETSEL);
+        support::ExpectEqual<LRESULT>(MAKELONG(0, page.Text(IDC_DESKTOP_SCRIPT).size()), selection,
                                       "selection", where);
     }
 

@@ -1,5 +1,5 @@
 // The Desktop Mgmt page as its run-time class describes it.
-#include "desktop/ClientPage.h"
+#include "desktop/DesktopPage.h"
 
 #include "support/TestRegistry.h"
 #include "sysaccess/core/AgentServices.h"

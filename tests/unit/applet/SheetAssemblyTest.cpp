@@ -73,7 +73,7 @@ class TestSheet : public CSheetAssembly
     NotingPage services{IDD_SERVICES, "services", saved};
     NotingPage storage{IDD_STORAGE, "storage", saved};
     NotingPage snmpSettings{IDD_SNMP, "snmp settings", saved};
-    NotingPage desktopMgmt{IDD_CLIENT, "desktop mgmt", saved};
+    NotingPage desktopMgmt{IDD_DESKTOP, "desktop mgmt", saved};
     NotingPage remoteLumora{IDD_BOARD, "remote lumora", saved};
     NotingPage processMonitor{IDD_PROCMON, "process monitor", saved};
 };

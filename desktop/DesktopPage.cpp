@@ -1,5 +1,5 @@
 // The Desktop Mgmt page's view of desktop management.
-#include "desktop/ClientPage.h"
+#include "desktop/DesktopPage.h"
 
 #include "desktop/core/LoginScript.h"
 #include "resources/resource.h"
@@ -16,13 +16,13 @@ constexpr char pathCharacters[] = "`!@#$%()_-{}~' :\\/.";
 IMPLEMENT_DYNAMIC(CVtnClientPropPage, CPropertyPage)
 
 BEGIN_MESSAGE_MAP(CVtnClientPropPage, CVtnPropPage)
-    ON_BN_CLICKED(IDC_CLIENT_ENABLE, &CVtnClientPropPage::OnEnable)
-    ON_BN_CLICKED(IDC_CLIENT_BROWSE, &CVtnClientPropPage::OnBrowse)
-    ON_EN_UPDATE(IDC_CLIENT_SCRIPT, &CVtnClientPropPage::OnScriptUpdate)
+    ON_BN_CLICKED(IDC_DESKTOP_ENABLE, &CVtnClientPropPage::OnEnable)
+    ON_BN_CLICKED(IDC_DESKTOP_BROWSE, &CVtnClientPropPage::OnBrowse)
+    ON_EN_UPDATE(IDC_DESKTOP_SCRIPT, &CVtnClientPropPage::OnScriptUpdate)
 END_MESSAGE_MAP()
 
 CVtnClientPropPage::CVtnClientPropPage()
-    : CVtnPropPage(IDD_CLIENT, "html\\vtnm2zvy.htm"), m_isClientStart(CommandLineContains(clientSwitch))
+    : CVtnPropPage(IDD_DESKTOP, "html\\vtnm2zvy.htm"), m_isClientStart(CommandLineContains(clientSwitch))
 {
     m_settings.Load();
 }
@@ -36,12 +36,12 @@ DWORD CVtnClientPropPage::Save()
 void CVtnClientPropPage::DoDataExchange(CDataExchange* pDX)
 {
     CVtnPropPage::DoDataExchange(pDX);
-    DDX_Control(pDX, IDC_CLIENT_ENABLE, m_enableBox);
-    DDX_Control(pDX, IDC_CLIENT_BROWSE, m_browseButton);
-    DDX_Control(pDX, IDC_CLIENT_SCRIPT_LABEL, m_scriptLabel);
-    DDX_Control(pDX, IDC_CLIENT_SCRIPT, m_scriptEdit);
+    DDX_Control(pDX, IDC_DESKTOP_ENABLE, m_enableBox);
+    DDX_Control(pDX, IDC_DESKTOP_BROWSE, m_browseButton);
+    DDX_Control(pDX, IDC_DESKTOP_SCRIPT_LABEL, m_scriptLabel);
+    DDX_Control(pDX, IDC_DESKTOP_SCRIPT, m_scriptEdit);
     CString path = m_settings.scriptPath.c_str();
-    DDX_Text(pDX, IDC_CLIENT_SCRIPT, path);
+    DDX_Text(pDX, IDC_DESKTOP_SCRIPT, path);
     m_settings.scriptPath = path;
     if (m_enableBox.GetCheck() == BST_CHECKED)
         DDV_MaxChars(pDX, path, scriptPathLimit);
@@ -50,7 +50,7 @@ void CVtnClientPropPage::DoDataExchange(CDataExchange* pDX)
 BOOL CVtnClientPropPage::OnInitDialog()
 {
     CVtnPropPage::OnInitDialog();
-    m_scriptEdit.SubclassFiltered(IDC_CLIENT_SCRIPT, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
+    m_scriptEdit.SubclassFiltered(IDC_DESKTOP_SCRIPT, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
     m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
     SelectScript();
     const bool wasOn = DesktopManagement::IsRecorded();
@@ -59,7 +59,7 @@ BOOL CVtnClientPropPage::OnInitDialog()
     // touched.
     m_changes = 0;
     if (m_settings.isOn != wasOn)
-        m_changes = DESKTOP_SWITCHED;
+        m_changes = SwitchChanged;
     m_enableBox.SetCheck(m_settings.isOn ? BST_CHECKED : BST_UNCHECKED);
     UpdateControls();
     return TRUE;
@@ -80,10 +80,10 @@ BOOL CVtnClientPropPage::OnKillActive()
 void CVtnClientPropPage::OnEnable()
 {
     m_settings.isOn = !m_settings.isOn;
-    m_changes ^= DESKTOP_SWITCHED;
+    m_changes ^= SwitchChanged;
     if (m_settings.isOn)
         MessageBoxById(m_hWnd, IDS_CLIENT_ENABLED_NOTE, IDS_APPLET_NAME, MB_ICONINFORMATION);
-    m_changes |= DESKTOP_SCRIPT;
+    m_changes |= ScriptChanged;
     UpdateControls();
 }
 
@@ -99,12 +99,12 @@ void CVtnClientPropPage::OnBrowse()
     m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
     UpdateData(TRUE); // tells at once of a path that is too long
     SelectScript();
-    m_changes |= DESKTOP_SCRIPT;
+    m_changes |= ScriptChanged;
 }
 
 void CVtnClientPropPage::OnScriptUpdate()
 {
-    m_changes |= DESKTOP_SCRIPT;
+    m_changes |= ScriptChanged;
 }
 
 void CVtnClientPropPage::SelectScript()

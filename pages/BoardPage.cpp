@@ -1,5 +1,5 @@
 // The Remote Lumora page's view of the board.
-#include "pages/Rb4Page.h"
+#include "pages/BoardPage.h"
 
 #include "resources/resource.h"
 #include "sysaccess/core/AgentNames.h"
