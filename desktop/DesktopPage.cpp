@@ -11,6 +11,10 @@ namespace {
 // What a path may be typed with besides letters and digits.
 constexpr char pathCharacters[] = "`!@#$%()_-{}~' :\\/.";
 
+// No control of the page, on purpose: data exchange has given the edit its object, which is not to be taken
+// over once more. What it accepts is set all the same.
+constexpr UINT noControl = 1031;
+
 } // namespace
 
 IMPLEMENT_DYNAMIC(CVtnClientPropPage, CPropertyPage)
@@ -43,15 +47,15 @@ void CVtnClientPropPage::DoDataExchange(CDataExchange* pDX)
     CString path = m_settings.scriptPath.c_str();
     DDX_Text(pDX, IDC_DESKTOP_SCRIPT, path);
     m_settings.scriptPath = path;
-    if (m_enableBox.GetCheck() == BST_CHECKED)
+    // Not a limit of the field: a path that is too long is reported when the page is left.
+    if (pDX->m_bSaveAndValidate && m_enableBox.GetCheck() == BST_CHECKED)
         DDV_MaxChars(pDX, path, scriptPathLimit);
 }
 
 BOOL CVtnClientPropPage::OnInitDialog()
 {
     CVtnPropPage::OnInitDialog();
-    m_scriptEdit.SubclassFiltered(IDC_DESKTOP_SCRIPT, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
-    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
+    m_scriptEdit.SubclassFiltered(noControl, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
     SelectScript();
     const bool wasOn = DesktopManagement::IsRecorded();
     m_settings.isOn = wasOn || m_isClientStart;
@@ -91,13 +95,15 @@ void CVtnClientPropPage::OnBrowse()
 {
     CString path;
     m_scriptEdit.GetWindowText(path);
-    // It saves rather than opens: a script that is not there yet will be made.
-    CFileDialog dialog(FALSE, nullptr, path, OFN_HIDEREADONLY, "Command Files (*.bat)|*.bat||", this);
+    // It saves rather than opens: a script that is not there yet will be made. The script's directory, where
+    // others may write, must not become the one in which this process looks for libraries.
+    CFileDialog dialog(FALSE, nullptr, path, OFN_HIDEREADONLY | OFN_NOCHANGEDIR,
+                       LoadText(IDS_SCRIPT_FILE_FILTER), this);
     if (dialog.DoModal() != IDOK)
         return;
     m_settings.scriptPath = dialog.GetPathName();
-    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
-    UpdateData(TRUE); // tells at once of a path that is too long
+    UpdateData(FALSE);
+    UpdateData(TRUE); // reports a path that is too long at once
     SelectScript();
     m_changes |= ScriptChanged;
 }

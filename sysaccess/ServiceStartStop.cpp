@@ -153,7 +153,6 @@ bool WaitForServiceState(HWND window, SC_HANDLE service, SERVICE_STATUS& status,
             break;
         const DWORD milliseconds = wait.SleepAfter(status);
         Repaint(window);
-        GiveSignOfLife();
         Sleep(milliseconds);
     }
     return status.dwCurrentState == wantedState;

@@ -3,6 +3,7 @@
 
 #include "hostutil/TaskRecord.h"
 #include "sysaccess/core/Handles.h"
+#include "sysaccess/core/LibrarySearch.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -14,7 +15,18 @@ namespace {
 // What the performance counters call the sum of all processes, the idle time, and a process without a name.
 constexpr std::array<std::string_view, 3> notPrograms = {"_Total", "Idle", "unknown"};
 
-using UniqueTaskList = UniqueHandle<TaskRecord*, [](TaskRecord* list) { std::free(list); }>;
+// By its name alone: it may lie in the program's directory, in the system's, or where PATH points.
+UniqueLibrary LoadHostUtility()
+{
+    const SearchWithoutCurrentDirectory search;
+    return UniqueLibrary(search.IsInForce() ? LoadLibraryA("vthstutl.dll") : nullptr);
+}
+
+void FreeTaskList(TaskRecord* list)
+{
+    std::free(list);
+}
+using UniqueTaskList = UniqueHandle<TaskRecord*, FreeTaskList>;
 
 std::string NameOf(const TaskRecord& record)
 {
@@ -37,7 +49,7 @@ std::vector<std::string> NamesOf(std::span<const TaskRecord> records)
 
 std::vector<std::string> RunningProcessNames()
 {
-    const UniqueLibrary library(LoadLibraryA("vthstutl.dll"));
+    const UniqueLibrary library = LoadHostUtility();
     if (!library)
         return {};
     const auto getTaskList = EntryPoint<GetTaskListFunction>(library.Get(), "GetTaskList");

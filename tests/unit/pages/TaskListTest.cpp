@@ -1,6 +1,7 @@
 // The names of the running processes, as the page asks the host utility library for them.
 #include "pages/core/TaskList.h"
 
+#include "support/ImportHook.h"
 #include "support/TaskListScript.h"
 
 #include <gtest/gtest.h>
@@ -89,6 +90,58 @@ TEST_F(TaskList, LoadsTheLibraryByNameAndReleasesIt)
     EXPECT_EQ(RunningProcessNames(), Names{"a"});
     EXPECT_EQ(m_libraries.Path(hostUtilityLibrary), "vthstutl.dll");
     EXPECT_EQ(m_libraries.Held(hostUtilityLibrary), 0);
+}
+
+const std::string systemDirectory = "C:\\windows\\system32";
+
+// What the process's search for libraries is set to: each time, and how often the library had been loaded by
+// then.
+class TaskListSearch : public TaskList
+{
+  protected:
+    Names SettingsWhileNamesAreRead(BOOL answer = TRUE)
+    {
+        Names settings;
+        const auto hook = support::HookImport<decltype(SetDllDirectoryA)>(
+            self, "SetDllDirectoryA", [&](auto, LPCSTR directory) {
+                settings.push_back(std::string(directory == nullptr ? "none" : directory) + " after " +
+                                   std::to_string(m_libraries.Loads(hostUtilityLibrary)));
+                return answer;
+            });
+        m_read = RunningProcessNames();
+        return settings;
+    }
+
+    Names m_read;
+};
+
+TEST_F(TaskListSearch, LeavesTheCurrentDirectoryOutForTheLoad)
+{
+    EXPECT_EQ(SettingsWhileNamesAreRead(), (Names{systemDirectory + " after 0", "none after 1"}));
+}
+
+TEST_F(TaskListSearch, IsPutBackAsItWas)
+{
+    SetDllDirectoryA("C:\\lib");
+    EXPECT_EQ(SettingsWhileNamesAreRead(), (Names{systemDirectory + " after 0", "C:\\lib after 1"}));
+    SetDllDirectoryA(nullptr);
+}
+
+TEST_F(TaskListSearch, KeepsTheLibraryOutWhenItCannotBeSet)
+{
+    m_tasks.names = {"a"};
+    SettingsWhileNamesAreRead(FALSE);
+    EXPECT_EQ(m_read, Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 0);
+}
+
+TEST_F(TaskListSearch, KeepsTheLibraryOutOnASystemThatDoesNotReportItsDirectory)
+{
+    m_tasks.names = {"a"};
+    const auto hook = support::HookImport<decltype(GetSystemDirectoryA)>(
+        self, "GetSystemDirectoryA", [](auto, LPSTR, UINT) { return 0U; });
+    EXPECT_EQ(RunningProcessNames(), Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 0);
 }
 
 } // namespace
