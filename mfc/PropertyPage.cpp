@@ -1,6 +1,8 @@
 // CPropertyPage.
 #include "afxdlgs.h"
-#include "ThreadState.h"
+#include "CreationHook.h"
+#include "HandlerScope.h"
+#include "WndHelpers.h"
 
 #include <utility>
 

@@ -34,7 +34,7 @@ inline constexpr char nicSecondSubAgent[] = "VTNNICS"; // the other part of the 
 // Keys of the agents
 inline constexpr char hostSnmpKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\VTNSNMP";
 inline constexpr char hostAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\VTNMHOST";
-inline constexpr char hostParametersKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\Parameters";
+inline constexpr char hostParametersKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters";
 inline constexpr char parkedDebuggerKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\AppTrap";
 inline constexpr char fibreAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNFCA";
 inline constexpr char arrayAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNMIDA";
