@@ -3,8 +3,8 @@
 
 #include "applet/SheetAssembly.h"
 #include "desktop/DesktopPage.h"
-#include "pages/ProcMonPage.h"
 #include "pages/BoardPage.h"
+#include "pages/ProcMonPage.h"
 #include "pages/ServicesPage.h"
 #include "pages/SnmpPage.h"
 #include "pages/StoragePage.h"

@@ -25,7 +25,7 @@ class CMessageFrame
 class CHandlerScope
 {
   public:
-    // `window` is told to end its loop when a handler fails. Throws the exception kept for the enclosing
+    // `window` ends its loop when a handler fails. Throws the exception kept for the enclosing
     // scope when there is one: what is being ended starts nothing new.
     explicit CHandlerScope(CWnd& window);
     ~CHandlerScope();
@@ -39,6 +39,7 @@ class CHandlerScope
     // Throws the kept exception, if any; to be called when every window of the scope is gone.
     void Rethrow() const;
 
+    // The window whose loop, or creation, it is.
     [[nodiscard]] CWnd& Window() const { return m_window; }
     // How many scopes, and messages in progress, there are up to this one.
     [[nodiscard]] unsigned Depth() const { return m_depth; }

@@ -21,7 +21,7 @@ class CDataExchange
     HWND PrepareEditCtrl(int nIDC);
 
     // Refuses the value of the last control: puts the focus on it and ends the
-    // exchange. The user has been told.
+    // exchange. The user has had the message.
     [[noreturn]] void Fail();
 };
 

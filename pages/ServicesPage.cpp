@@ -10,7 +10,7 @@
 
 namespace {
 
-// An item's data has 16 bits for the entry; further ones could not be told from those of the next group.
+// An item's data has 16 bits for the entry; a larger number would run into that of the group.
 constexpr std::size_t mostEntries = 0x10000;
 
 } // namespace
@@ -105,7 +105,7 @@ void CVtnServicesPropPage::FitScrolling(Side& side) const
     int longest = 0;
     for (int i = 0; i < side.count; ++i)
         longest = std::max(longest, meter.WidthOf(EntryAt(side.list.GetItemData(i)).displayName));
-    // A list leaves a little room before its texts; behind the longest one it shall look the same.
+    // As much room behind the longest text as a list leaves before its texts.
     side.list.SetHorizontalExtent(longest + 2 * GetSystemMetrics(SM_CXEDGE));
 }
 

@@ -21,7 +21,7 @@ constexpr char japaneseHelpFile[] = "\\System32\\vtnmgmt\\vtmghost\\vtnmgmt_jpn.
 // classes of their own before the system's.
 constexpr char htmlHelpServer[] =
     "SOFTWARE\\Classes\\CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
-constexpr char htmlHelpLibrary[] = "\\hhctrl.ocx";
+constexpr char htmlHelpLibrary[] = "hhctrl.ocx";
 constexpr WORD htmlHelpOrdinal = 14;
 
 std::array<char, MAX_PATH + sizeof japaneseHelpFile> helpFilePath{};
@@ -51,7 +51,7 @@ HtmlHelpFunction LoadHtmlHelp()
 {
     UniqueLibrary library = LoadByFullPath(RegisteredHtmlHelpPath());
     if (!library)
-        library = LoadByFullPath(SystemDirectory() + htmlHelpLibrary);
+        library = LoadSystemLibrary(htmlHelpLibrary);
     if (!library)
         return nullptr;
     const auto entry = EntryPoint<HtmlHelpFunction>(library.Get(), MAKEINTRESOURCEA(htmlHelpOrdinal));

@@ -12,7 +12,7 @@ inline constexpr int scriptPathLimit = 256;
 enum DesktopChange : DWORD
 {
     SwitchChanged = 0x1, // desktop management was switched on or off an odd number of times
-    ScriptChanged = 0x2,   // the script or the switch was touched
+    ScriptChanged = 0x2, // the script or the switch was touched
 };
 
 // The page's settings; the fields are what the user chose, or else what Load found.

@@ -2,6 +2,7 @@
 #include "pages/core/TaskList.h"
 
 #include "hostutil/TaskRecord.h"
+#include "pages/core/ProcessMonitorSettings.h"
 #include "sysaccess/core/Handles.h"
 #include "sysaccess/core/LibrarySearch.h"
 
@@ -30,7 +31,9 @@ using UniqueTaskList = UniqueHandle<TaskRecord*, FreeTaskList>;
 
 std::string NameOf(const TaskRecord& record)
 {
-    return {record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0')};
+    std::string name(record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0'));
+    DropHalfCharacter(name);
+    return name;
 }
 
 std::vector<std::string> NamesOf(std::span<const TaskRecord> records)

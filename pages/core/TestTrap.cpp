@@ -123,8 +123,8 @@ TestTrapOutcome SendTestTrap(std::string& text)
     UniqueLibrary library = LoadHostAgentLibrary();
     const auto sendTrap = library ? EntryPoint<SendTrapFunction>(library.Get(), sendTrapEntry) : nullptr;
     if (sendTrap == nullptr) {
-        // A library without the entry stays loaded, on purpose: whatever it is, it is not the one that is
-        // known to bear being unloaded.
+        // A library without the entry stays loaded, on purpose: it is not the host agent's, so nothing is
+        // known about unloading it.
         library.Release();
         return TestTrapOutcome::NotGenerated;
     }

@@ -6,12 +6,10 @@
 
 namespace {
 
-std::string LibraryDirectory()
+// Windows then searches that directory in the current one's place.
+bool HasLibraryDirectory()
 {
-    // The size needed, with the zero.
-    std::string directory(GetDllDirectoryA(0, nullptr), '\0');
-    const DWORD length = GetDllDirectoryA(static_cast<DWORD>(directory.size()), directory.data());
-    return length < directory.size() ? directory.c_str() : "";
+    return GetDllDirectoryA(0, nullptr) > 1; // the size needed, with the zero
 }
 
 } // namespace
@@ -23,15 +21,23 @@ std::string SystemDirectory()
     return length < MAX_PATH ? directory.data() : "";
 }
 
-// The directory that is set stands in the current one's place. An empty text would do on Windows, but not
-// under Wine; the system's directory is searched anyway.
-SearchWithoutCurrentDirectory::SearchWithoutCurrentDirectory() : m_before(LibraryDirectory())
+UniqueLibrary LoadSystemLibrary(const std::string& fileName)
 {
+    const std::string directory = SystemDirectory();
+    return UniqueLibrary(directory.empty() ? nullptr : LoadLibraryA((directory + '\\' + fileName).c_str()));
+}
+
+// An empty directory would do on Windows, but not under Wine; the system's is searched anyway.
+SearchWithoutCurrentDirectory::SearchWithoutCurrentDirectory() : m_isInForce(HasLibraryDirectory())
+{
+    if (m_isInForce)
+        return;
     const std::string system = SystemDirectory();
-    m_isInForce = !system.empty() && SetDllDirectoryA(system.c_str()) != FALSE;
+    m_isInForce = m_isOurs = !system.empty() && SetDllDirectoryA(system.c_str()) != FALSE;
 }
 
 SearchWithoutCurrentDirectory::~SearchWithoutCurrentDirectory()
 {
-    SetDllDirectoryA(m_before.empty() ? nullptr : m_before.c_str());
+    if (m_isOurs)
+        SetDllDirectoryA(nullptr);
 }

@@ -85,8 +85,8 @@ DWORD CRegistryKey::QueryValue(const char* valueName, DWORD& type, RegistryData&
         Close();
         return ERROR_FILE_NOT_FOUND;
     }
-    // From here on a refusal leaves the key open and the data unfreed, on purpose: after it the user is told
-    // and the sheet ends, and no caller may count on anything of this operation.
+    // From here on a refusal leaves the key open and the data unfreed, on purpose: after it the user gets a
+    // message and the sheet ends, and no caller may count on anything of this operation.
     if (found != ERROR_MORE_DATA)
         RefuseUnlessSuccess(found);
     if (size == 0) {

@@ -55,6 +55,7 @@ using WatchedImports = WatchSet<
     VTN_WATCH(NetShareGetInfo, Says::Code, Role::Asks, 5, 2310),
     VTN_WATCH(CreateFileA, Says::MinusOne, Role::Opens, 2, 5, 8, 32),
     VTN_WATCH(ReadFile, Says::Null, Role::Asks, 5, 8), VTN_WATCH(WriteFile, Says::Null, Role::Changes, 5, 8),
+    VTN_WATCH(SetFilePointer, Says::MinusOne, Role::Asks, 5),
     VTN_WATCH(SetEndOfFile, Says::Null, Role::Changes, 5),
     VTN_WATCH(GetFileSize, Says::MinusOne, Role::Asks, 5),
     VTN_WATCH(CloseHandle, Says::Null, Role::Closes, 5),

@@ -1,6 +1,7 @@
 // The names of the running processes, as the page asks the host utility library for them.
 #include "pages/core/TaskList.h"
 
+#include "support/CodePage932.h"
 #include "support/ImportHook.h"
 #include "support/TaskListScript.h"
 
@@ -62,6 +63,17 @@ TEST_F(TaskList, TakesANameThatFillsItsRecord)
     EXPECT_EQ(RunningProcessNames(), m_tasks.names);
 }
 
+TEST_F(TaskList, TakesOffTheHalfCharacterThatARecordCuts)
+{
+    const support::CodePage932 japanese(self);
+    const std::string letter = "\x83\x81"; // its second byte could begin another
+    std::string cut = "n";
+    while (cut.size() < 259)
+        cut += letter;
+    m_tasks.names = {cut + letter[0], cut, "\x83", letter};
+    EXPECT_EQ(RunningProcessNames(), (Names{cut, "", letter}));
+}
+
 TEST_F(TaskList, IsEmptyWithoutTheLibrary)
 {
     m_libraries.Remove(hostUtilityLibrary);
@@ -120,10 +132,11 @@ TEST_F(TaskListSearch, LeavesTheCurrentDirectoryOutForTheLoad)
     EXPECT_EQ(SettingsWhileNamesAreRead(), (Names{systemDirectory + " after 0", "none after 1"}));
 }
 
-TEST_F(TaskListSearch, IsPutBackAsItWas)
+TEST_F(TaskListSearch, StaysAsAProgramHasSetIt)
 {
     SetDllDirectoryA("C:\\lib");
-    EXPECT_EQ(SettingsWhileNamesAreRead(), (Names{systemDirectory + " after 0", "C:\\lib after 1"}));
+    EXPECT_EQ(SettingsWhileNamesAreRead(), Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 1);
     SetDllDirectoryA(nullptr);
 }
 
