@@ -97,8 +97,8 @@ class Settings
     void FillDesktop();
 
     TestMachine m_machine;
-    support::SavedKey m_snmpService{"SYSTEM\\CurrentControlSet\\Services\\SNMP"};
-    support::SavedKey m_serverParameters{"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters"};
+    support::SavedKey m_snmpService{ServiceKey(snmpServiceName)};
+    support::SavedKey m_serverParameters{fileServerKey};
     support::SavedKey m_trap{"SYSTEM\\VortanHost"};
     support::SavedKey m_thresholds{"SYSTEM\\VortanPermanent"};
     const Subject& m_subject;
