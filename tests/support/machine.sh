@@ -9,13 +9,18 @@ WINEPREFIX="$ROOT/build/win64/machine/$(basename "$0")"
 export WINEPREFIX
 source "$ROOT/scripts/demo.sh"
 
-# The files of a copy are those of the original until they are replaced: what changes a file must write it anew.
+# The files of a copy are those of the original until they are replaced. Wine writes the registry's into place when they
+# have two names, so these are copied.
 copy_machine() {
-  local original="$ROOT/build/win64/machine/original"
-  (WINEPREFIX=$original && make_prefix) || exit 1
+  local machine=$WINEPREFIX
+  WINEPREFIX="$ROOT/build/win64/machine/original"
+  make_prefix
   wineserver -k >/dev/null 2>&1 || true
-  rm -rf "$WINEPREFIX"
-  cp -al "$original" "$WINEPREFIX"
+  rm -rf "$machine"
+  cp -al "$WINEPREFIX" "$machine"
+  cp --remove-destination "$WINEPREFIX"/*.reg "$machine"
+  WINEPREFIX=$machine
+  wineserver -k >/dev/null 2>&1 || true
 }
 
 end_machine() {
@@ -32,5 +37,5 @@ use_machine() {
 
 # expect WHAT EXPECTED ACTUAL: ends the test unless both texts are the same.
 expect() {
-  [ "$2" = "$3" ] || fail "$1: expected '$2', found '$3'."
+  [ "$2" = "$3" ] || fail "$1: expected '$2', found '${3:0:2000}'."
 }
