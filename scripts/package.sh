@@ -56,3 +56,18 @@ make_package() {
   "$ROOT/scripts/build-package" "$1" "$2" "$3" || return
   [ $# -le 3 ] || sign "$4" "$5" "$3"
 }
+
+# stage_tests DIRECTORY: what the test programs are, and what they need, as it lies in the build directory; and the file
+# that runs them.
+stage_tests() {
+  local file
+  rm -rf "$1"
+  (cd "$BUILT" && find vtnmgmt.cpl vthstutl.dll demo tests/applet tests/demo tests/sweep tests/unit -type f \
+    \( -iname '*.exe' -o -iname '*.dll' -o -name '*.cpl' -o -path '*/profile/corpus/*' \)) |
+    while IFS= read -r file; do
+      install -D "$BUILT/$file" "$1/$file"
+    done
+  find "$1/tests" -name '*.exe' -exec x86_64-w64-mingw32-strip {} +
+  (cd "$1" && find tests -name '*_test.exe' | sort | tr / '\\' | sed 's/$/\r/' >programs.txt)
+  sed "s/@VERSION@/$(product_version)/; s/\$/\r/" "$ROOT/deploy/tests/run-tests.cmd" >"$1/run-tests.cmd"
+}

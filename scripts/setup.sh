@@ -6,7 +6,7 @@
 BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest python3 fp-utils)
 RUN_PACKAGES=(wine wine64 fonts-wine fonts-liberation xvfb x11-utils imagemagick)
 JAPANESE_PACKAGES=(locales fonts-vlgothic)
-PACKAGE_PACKAGES=(wixl msitools faketime osslsigncode)
+PACKAGE_PACKAGES=(wixl msitools faketime osslsigncode zip)
 CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen libchm-bin shellcheck)
 NATIVE_PACKAGES=(g++)
 COVERAGE_PACKAGES=(gcovr)
