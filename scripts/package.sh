@@ -19,7 +19,8 @@ product_version() {
 # use_source_date: the time that the package's files and signatures carry, that of the last commit: the same sources give
 # the same bytes.
 use_source_date() {
-  SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git -C "$ROOT" log -1 --format=%ct 2>/dev/null || stat -c %Y "$ROOT/CMakeLists.txt")}
+  SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git -C "$ROOT" log -1 --format=%ct 2>/dev/null ||
+    stat -c %Y "$ROOT/CMakeLists.txt")}
   export SOURCE_DATE_EPOCH
 }
 
@@ -68,6 +69,6 @@ stage_tests() {
       install -D "$BUILT/$file" "$1/$file"
     done
   find "$1/tests" -name '*.exe' -exec x86_64-w64-mingw32-strip {} +
-  (cd "$1" && find tests -name '*_test.exe' | sort | tr / '\\' | sed 's/$/\r/' >programs.txt)
+  (cd "$1" && find tests -name '*_test.exe' | LC_ALL=C sort | sed 's|/|\\|g; s|$|\r|' >programs.txt)
   sed "s/@VERSION@/$(product_version)/; s/\$/\r/" "$ROOT/deploy/tests/run-tests.cmd" >"$1/run-tests.cmd"
 }

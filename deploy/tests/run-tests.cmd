@@ -19,7 +19,7 @@ echo neither the agents nor the SNMP service is installed, at its own console, a
 echo keyboard and mouse alone until they are done. That takes some minutes.
 echo.
 set answer=
-set /p answer=Type YES to run them:
+set /p answer="Type YES to run them: "
 if /i "%answer%" == "YES" goto checks
 echo Nothing was run.
 exit /b 2
