@@ -207,8 +207,8 @@ class Help(unittest.TestCase):
         self.assertEqual(english, japanese)
 
     def test_warns_where_the_login_script_may_lose_something(self):
-        for language, words in (("en", ("599", "NUL", "0x1A", "CR LF", "deletes the script", "copy")),
-                                ("ja", ("599", "NUL", "0x1A", "CR LF", "スクリプトは削除されます", "コピー"))):
+        for language, words in (("en", ("598", "599", "UTF-16", "NUL", "0x1A", "CR LF", "deletes the script", "copy")),
+                                ("ja", ("598", "599", "UTF-16", "NUL", "0x1A", "CR LF", "スクリプトは削除されます", "コピー"))):
             topic = FILES[language].read("html/vtnm2zvy.htm")
             self.assertEqual([word for word in words if word not in topic], [])
 
