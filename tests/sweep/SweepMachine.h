@@ -55,7 +55,8 @@ struct Subject
 };
 
 // Somebody else, who makes a file read-only once it has been opened for an edit, until the next edit. Such a
-// file does not open for writing; Wine lets a superuser do that.
+// file does not open for writing. Wine lets a superuser do that, so the second opening is refused here;
+// Windows is expected to refuse it by itself.
 class ReadOnlyWhileEdited
 {
   public:
