@@ -127,7 +127,7 @@ void SnmpSettings::LoadFlagsAndInterval()
     const std::optional<DWORD> hostFlags = ReadNumber(hostAgentKey, hostFlagsValue);
     TakeFlags(SnmpValue::HostFlags, hostFlags.value_or(0));
 
-    // For an absent interval, and no other, the number that was read last stands in, as ever: flags are
+    // For an absent interval, and no other, the number that was read last stands in, on purpose: flags are
     // small, so it is the shortest one.
     DWORD timeout = 0;
     if (Key(hostSnmpKey).GetDword(timeoutValue, timeout) == ERROR_FILE_NOT_FOUND)

@@ -30,7 +30,7 @@ TEST_F(ClientPage, APathCanBeTypedWithItsOwnPunctuationOnly)
     m_host.PressCancel();
 }
 
-// The number by which the page has always set its filter up. No control has it, so nothing is taken over
+// The number by which the page sets its filter up. No control has it, so nothing is taken over
 // twice.
 TEST_F(ClientPage, FiltersTheFieldWithoutTakingItOverOnceMore)
 {

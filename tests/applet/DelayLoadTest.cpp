@@ -86,7 +86,7 @@ TEST_F(DelayLoad, ShowsItsTitleWithoutAVersionWhereTheVersionCannotBeRead)
     m_host.Open();
     EXPECT_EQ(m_host.Sheet().Title(), "Management Agents for Servers Version  - Windows");
     m_host.PressCancel();
-    EXPECT_FALSE(loaded.Ending("version.dll").empty());
+    EXPECT_EQ(loaded.Ending("version.dll"), std::vector{InSystemDirectory("version.dll")});
 }
 
 TEST_F(DelayLoad, FindsNoScriptDirectoryWithoutTheLibraryOfShares)
@@ -96,7 +96,7 @@ TEST_F(DelayLoad, FindsNoScriptDirectoryWithoutTheLibraryOfShares)
     m_host.Open();
     EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_DESKTOP_SCRIPT), "\\LOGIN.BAT");
     m_host.PressCancel();
-    EXPECT_FALSE(loaded.Ending("netapi32.dll").empty());
+    EXPECT_EQ(loaded.Ending("netapi32.dll"), std::vector{InSystemDirectory("netapi32.dll")});
 }
 
 TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
@@ -108,7 +108,7 @@ TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
     const support::DialogDriver page = m_host.Page("Desktop Mgmt");
     page.Click(IDC_DESKTOP_BROWSE);
     EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), "C:\\LOGIN.BAT");
-    EXPECT_FALSE(loaded.Ending("comdlg32.dll").empty());
+    EXPECT_EQ(loaded.Ending("comdlg32.dll"), std::vector{InSystemDirectory("comdlg32.dll")});
     m_host.PressCancel();
 }
 

@@ -141,7 +141,7 @@ TEST_P(EachDialog, HasTheSameControlsWithAccessKeysInBothLanguages)
 
 TEST_P(EachDialog, HasNoAccessKeyTwice)
 {
-    // The English texts of the Storage page are kept as they have always been: each begins with Disable.
+    // The English texts of the Storage page are kept as they are: each begins with Disable.
     const bool storageInEnglish = GetParam() == DialogAndLanguage(IDD_STORAGE, kEnglish);
     EXPECT_EQ(RepeatedKeys(m_dialog), storageInEnglish ? "D" : "");
 }

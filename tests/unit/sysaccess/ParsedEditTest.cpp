@@ -346,4 +346,15 @@ TEST_F(ParsedEdit, FiltersTheControlThatItHoldsWhenTheOtherIsMissing)
     EXPECT_EQ(Text(), "c:\\xy");
 }
 
+// In a code page of UTF-8 Windows refuses some conversions of single characters.
+TEST_F(ParsedEdit, TakesItsListedCharactersWhateverTheCodePageConverts)
+{
+    const auto refuse = [](UINT, DWORD, LPCWCH, int, LPSTR, int, LPCCH, LPBOOL) -> int { return 0; };
+    const support::ReplacedImport conversion(GetModuleHandleA(nullptr), "WideCharToMultiByte",
+                                             static_cast<decltype(WideCharToMultiByte)*>(refuse));
+    Filter(CC_LETTER | CC_LISTED, ":\\.");
+    Type("c:\\a.b");
+    EXPECT_EQ(Text(), "c:\\a.b");
+}
+
 } // namespace
