@@ -173,11 +173,12 @@ void SnmpSettings::LoadDebuggers()
     m_savedDebugger = exceptionTrap ? ReadText(parkedDebuggerKey, debuggerValue) : active;
 }
 
-void SnmpSettings::Save(DWORD changes) const
+void SnmpSettings::SaveOnly(DWORD changes) const
 {
     if ((changes & (SetsChanged | RemoteRebootChanged | RackTrapsChanged)) != 0)
         SaveSetsEnabled();
-    Key(productKey).SetString(serverRoleValue, serverRole);
+    if ((changes & ServerRoleChanged) != 0)
+        Key(productKey).SetString(serverRoleValue, serverRole);
     // The value as a whole, on purpose: the page owns its one bit, and the agent knows no other.
     if ((changes & TelnetChanged) != 0)
         Key(hostAgentKey).SetDword(hostFlagsValue, telnetDisabled ? telnetDisabledBit : 0);
