@@ -2,10 +2,10 @@
 # Installs what is missing on a fresh Debian 12 and builds. Sourced by run, test and bench, after lib.sh.
 
 # The Debian packages, in one place: to build, to run and take pictures, for a Japanese system, to check sources.
-BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
+BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest libcli11-dev nlohmann-json3-dev)
 RUN_PACKAGES=(wine wine64 fonts-wine fonts-liberation xvfb x11-utils imagemagick)
 JAPANESE_PACKAGES=(locales fonts-vlgothic)
-CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen shellcheck)
+CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen python3-jsonschema shellcheck)
 NATIVE_PACKAGES=(g++)
 COVERAGE_PACKAGES=(gcovr)
 
@@ -26,7 +26,7 @@ set_up_for_test() {
 }
 
 set_up_for_coverage() {
-  ensure_packages cmake ninja-build googletest "${NATIVE_PACKAGES[@]}" "${COVERAGE_PACKAGES[@]}"
+  ensure_packages cmake ninja-build googletest libcli11-dev nlohmann-json3-dev "${NATIVE_PACKAGES[@]}" "${COVERAGE_PACKAGES[@]}"
 }
 
 as_root() {
