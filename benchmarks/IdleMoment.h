@@ -10,7 +10,7 @@
 #include <vector>
 #include <windows.h>
 
-// Stands before the GetMessage of the modules that run message loops. At the first idle moment it notes the
+// Stands before the GetMessageW of the modules that run message loops. At the first idle moment it notes the
 // time and cancels the sheet. One at a time.
 class IdleMoment
 {
@@ -19,21 +19,14 @@ class IdleMoment
 
     explicit IdleMoment(std::initializer_list<HMODULE> loops) : m_turn(this)
     {
-        for (const HMODULE loop : loops) {
-            m_imports.push_back(std::make_unique<support::ReplacedImport>(loop, "GetMessageA", &GetNextA));
-            m_imports.push_back(std::make_unique<support::ReplacedImport>(loop, "GetMessageW", &GetNextW));
-        }
+        for (const HMODULE loop : loops)
+            m_imports.push_back(std::make_unique<support::ReplacedImport>(loop, "GetMessageW", &GetNext));
     }
 
     [[nodiscard]] Clock::time_point When() const { return m_when; }
 
   private:
-    static BOOL WINAPI GetNextA(MSG* message, HWND window, UINT first, UINT last)
-    {
-        support::Turn<IdleMoment>::Active().Look();
-        return GetMessageA(message, window, first, last);
-    }
-    static BOOL WINAPI GetNextW(MSG* message, HWND window, UINT first, UINT last)
+    static BOOL WINAPI GetNext(MSG* message, HWND window, UINT first, UINT last)
     {
         support::Turn<IdleMoment>::Active().Look();
         return GetMessageW(message, window, first, last);

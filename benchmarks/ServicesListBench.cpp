@@ -1,13 +1,9 @@
-// How long the Services page takes to open with 2,000 sub-agents in one service, beside three yardsticks.
-// Each fills two list boxes with the same texts, and reads each text
-// - once, from a key that is open: what is wished for is at most twice that;
-// - as who finds the keys closed must at the least: listed once, opened, read into a buffer, closed;
+// How long the Services page takes to open with 2,000 sub-agents in one service, beside two yardsticks. Each
+// fills two list boxes with the same texts, and reads each text
+// - as whoever finds the keys closed must at the least: listed once, opened, read into a buffer, closed;
 // - as the registry accessor does: listed twice, opened by its path, its size asked for, read, closed.
-// On a registry whose every call goes to a server and back, all calls cost about the same. So the
-// first yardstick makes one call per text, the second four and the third six, and the second alone is already
-// beyond twice the first: the wish cannot be met by anybody who does not hold 2,000 keys open. The accessor's
-// six calls are how it notices every refusal, and stay. What is in the page's hands is what it adds to them,
-// and that must not count: it succeeds when it takes at most a quarter longer than the third yardstick.
+// The accessor's calls are how it notices every refusal. Succeeds when the page takes at most one and a half
+// times as long as the first.
 #include "Measure.h"
 #include "pages/ServicesPage.h"
 #include "support/AgentMachine.h"
@@ -21,7 +17,7 @@
 namespace {
 
 constexpr int agentCount = 2000;
-constexpr double limit = 1.25;
+constexpr double limit = 1.5;
 
 std::string AgentName(int number)
 {
@@ -113,41 +109,27 @@ Opening OpenPage()
     return {Milliseconds(loaded - start).count(), Milliseconds(sheet.Opened() - loaded).count()};
 }
 
-// The first yardstick, and the filling of all. Keys and list boxes are there before the clock runs.
-class LeastWork
+// The filling of both yardsticks. Texts and list boxes are there before the clock runs.
+class Lists
 {
   public:
-    explicit LeastWork(const AgentMachine& machine)
+    Lists()
     {
         for (int i = 0; i < agentCount; ++i)
-            RegOpenKeyA(HKEY_LOCAL_MACHINE, machine.Service("VtMgHost").Subkey(AgentName(i)).Path().c_str(),
-                        &m_keys[static_cast<std::size_t>(i)]);
+            m_texts.push_back(AgentName(i) + " Agent");
         for (HWND& list : m_lists)
             list = CreateWindowA("LISTBOX", "", WS_POPUP | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY, 0, 0, 150,
                                  150, nullptr, nullptr, nullptr, nullptr);
     }
-    ~LeastWork()
+    ~Lists()
     {
-        for (const HKEY key : m_keys)
-            RegCloseKey(key);
         for (const HWND list : m_lists)
             DestroyWindow(list);
     }
-    LeastWork(const LeastWork&) = delete;
-    LeastWork& operator=(const LeastWork&) = delete;
+    Lists(const Lists&) = delete;
+    Lists& operator=(const Lists&) = delete;
 
-    double ReadTexts()
-    {
-        return TimeOf([this] {
-            for (std::size_t i = 0; i < agentCount; ++i) {
-                DWORD size = sizeof m_texts[i];
-                RegQueryValueExA(m_keys[i], "DisplayName", nullptr, nullptr,
-                                 reinterpret_cast<BYTE*>(m_texts[i].data()), &size);
-            }
-        });
-    }
-
-    double FillLists()
+    double Fill()
     {
         for (const HWND list : m_lists)
             SendMessageA(list, LB_RESETCONTENT, 0, 0);
@@ -155,7 +137,7 @@ class LeastWork
             for (const HWND list : m_lists)
                 SendMessageA(list, WM_SETREDRAW, FALSE, 0);
             for (std::size_t i = 0; i < agentCount; ++i)
-                Append(m_lists[i % 2], m_texts[i].data(), i);
+                Append(m_lists[i % 2], m_texts[i].c_str(), i);
             for (const HWND list : m_lists)
                 SendMessageA(list, WM_SETREDRAW, TRUE, 0);
         });
@@ -169,8 +151,7 @@ class LeastWork
         SendMessageA(list, LB_SETITEMDATA, static_cast<WPARAM>(row), static_cast<LPARAM>(data));
     }
 
-    std::array<HKEY, agentCount> m_keys{};
-    std::array<std::array<char, 64>, agentCount> m_texts{};
+    std::vector<std::string> m_texts;
     std::array<HWND, 2> m_lists{};
 };
 
@@ -180,7 +161,6 @@ struct Rounds
 {
     std::vector<double> loading;
     std::vector<double> showing;
-    std::vector<double> openKeys;
     std::vector<double> closedKeys;
     std::vector<double> accessor;
     std::vector<double> filling;
@@ -189,7 +169,7 @@ struct Rounds
 Rounds MeasureRounds(const AgentMachine& machine)
 {
     Rounds rounds;
-    const auto leastWork = std::make_unique<LeastWork>(machine);
+    Lists lists;
     OpenPage(); // loads libraries and registers window classes
     for (int round = 0; round < measuredRounds; ++round) {
         const Opening opening = OpenPage();
@@ -197,8 +177,7 @@ Rounds MeasureRounds(const AgentMachine& machine)
         rounds.showing.push_back(opening.showing);
         rounds.accessor.push_back(ReadThroughAccessor(machine));
         rounds.closedKeys.push_back(ReadClosedKeys(machine));
-        rounds.openKeys.push_back(leastWork->ReadTexts());
-        rounds.filling.push_back(leastWork->FillLists());
+        rounds.filling.push_back(lists.Fill());
     }
     return rounds;
 }
@@ -224,9 +203,8 @@ int main()
     const double filling = Median(rounds.filling);
     const double page = loading + showing;
     std::printf("page %.1f ms: loading %.1f, showing %.1f\n", page, loading, showing);
-    Compare("the least with open keys", page, Median(rounds.openKeys), filling);
-    Compare("the least with closed keys", page, Median(rounds.closedKeys), filling);
-    const double ratio = Compare("the accessor's reads", page, Median(rounds.accessor), filling);
-    std::printf("limit %.2f times the last\n", limit);
+    const double ratio = Compare("the least with closed keys", page, Median(rounds.closedKeys), filling);
+    Compare("the accessor's reads", page, Median(rounds.accessor), filling);
+    std::printf("limit %.2f times the first\n", limit);
     return ratio <= limit ? 0 : 1;
 }

@@ -1,10 +1,10 @@
 // Opening and saving the sheet with all its pages, beside a sheet of plain Windows with the same templates,
 // beside two sheets of the system, and beside the registry calls alone. All in one process, on one thread, in
 // turn.
+#include "BareSheet.h"
 #include "IdleMoment.h"
 #include "Measure.h"
 #include "RegistryWork.h"
-#include "resources/resource.h"
 #include "sweep/SweepMachine.h"
 #include "sweep/WatchedImports.h"
 
@@ -12,41 +12,9 @@
 #include <optional>
 #include <string_view>
 
-// They need windows.h before them.
-#include <commctrl.h>
-#include <prsht.h>
-
 namespace {
 
 using namespace sweep;
-
-constexpr int templates[] = {IDD_SERVICES, IDD_SNMP, IDD_STORAGE, IDD_CLIENT, IDD_PROCMON, IDD_BOARD};
-
-INT_PTR CALLBACK DoNothing(HWND /*page*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/)
-{
-    return message == WM_INITDIALOG ? TRUE : FALSE;
-}
-
-// A sheet with the applet's templates and nothing in it.
-LONG ShowBareSheet(HMODULE resources, HWND frame)
-{
-    std::array<PROPSHEETPAGEA, std::size(templates)> pages{};
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        pages[i].dwSize = sizeof pages[i];
-        pages[i].hInstance = resources;
-        pages[i].pszTemplate = MAKEINTRESOURCEA(templates[i]);
-        pages[i].pfnDlgProc = &DoNothing;
-    }
-    PROPSHEETHEADERA sheet{};
-    sheet.dwSize = sizeof sheet;
-    sheet.dwFlags = PSH_PROPSHEETPAGE;
-    sheet.hwndParent = frame;
-    sheet.hInstance = resources;
-    sheet.pszCaption = "Bare sheet";
-    sheet.nPages = static_cast<UINT>(pages.size());
-    sheet.ppsp = pages.data();
-    return static_cast<LONG>(PropertySheetA(&sheet));
-}
 
 // Something that shows a sheet when it is called on the UI thread.
 using Show = std::function<LONG(HWND frame)>;
@@ -156,12 +124,7 @@ class Openings
 void CompareOpenings(Subject& subject)
 {
     Openings openings(subject);
-    openings.CompareWithBareSheet("open the sheet: a bare sheet", 1.15);
-    for (const char* const name : {"inetcpl.cpl", "joy.cpl"}) {
-        const HMODULE library = LoadLibraryA(name);
-        openings.Compare((std::string("open the sheet: Wine's ") + name).c_str(), AppletOf(library),
-                         LoopOf(library, "PropertySheetW"), 1.0);
-    }
+    openings.CompareWithBareSheet("open the sheet: a bare sheet", 1.10);
 }
 
 // The title bears the version of the library's own file.

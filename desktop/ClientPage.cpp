@@ -11,6 +11,10 @@ namespace {
 // What a path may be typed with besides letters and digits.
 constexpr char pathCharacters[] = "`!@#$%()_-{}~' :\\/.";
 
+// No control of the page, on purpose: data exchange has given the edit its object, which is not to be taken
+// over once more. What it accepts is set all the same.
+constexpr UINT noControl = 1031;
+
 } // namespace
 
 IMPLEMENT_DYNAMIC(CVtnClientPropPage, CPropertyPage)
@@ -50,7 +54,7 @@ void CVtnClientPropPage::DoDataExchange(CDataExchange* pDX)
 BOOL CVtnClientPropPage::OnInitDialog()
 {
     CVtnPropPage::OnInitDialog();
-    m_scriptEdit.SubclassFiltered(IDC_CLIENT_SCRIPT, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
+    m_scriptEdit.SubclassFiltered(noControl, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
     m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
     SelectScript();
     const bool wasOn = DesktopManagement::IsRecorded();
@@ -91,8 +95,10 @@ void CVtnClientPropPage::OnBrowse()
 {
     CString path;
     m_scriptEdit.GetWindowText(path);
-    // It saves rather than opens: a script that is not there yet will be made.
-    CFileDialog dialog(FALSE, nullptr, path, OFN_HIDEREADONLY, "Command Files (*.bat)|*.bat||", this);
+    // It saves rather than opens: a script that is not there yet will be made. The script's directory, where
+    // others may write, must not become the one in which this process looks for libraries.
+    CFileDialog dialog(FALSE, nullptr, path, OFN_HIDEREADONLY | OFN_NOCHANGEDIR,
+                       LoadText(IDS_SCRIPT_FILE_FILTER), this);
     if (dialog.DoModal() != IDOK)
         return;
     m_settings.scriptPath = dialog.GetPathName();

@@ -36,7 +36,7 @@ bool CCreationHook::Take(HWND hWnd)
 {
     // Before anything else, since the window's own handlers may create windows.
     End();
-    return m_window.Bind(hWnd, CWnd::Binding::Created) && CWnd::TakeProcedure(hWnd);
+    return m_window.Bind(hWnd, CWnd::Binding::Created) && m_window.TakeProcedure(hWnd);
 }
 
 LRESULT CALLBACK CCreationHook::CbtProc(int code, WPARAM wParam, LPARAM lParam)

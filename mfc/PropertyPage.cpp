@@ -75,8 +75,11 @@ void CPropertyPage::OnCancel() {}
 // told that, each of them, last.
 void CPropertyPage::RecordOutcome(int outcome) const
 {
-    if (const auto sheet = dynamic_cast<CPropertySheet*>(GetParent()))
-        sheet->m_result = outcome;
+    const auto sheet = dynamic_cast<CPropertySheet*>(GetParent());
+    if (sheet == nullptr)
+        return;
+    sheet->m_result = outcome;
+    sheet->m_mayBeOver = true;
 }
 
 BOOL CPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)

@@ -3,6 +3,7 @@
 #include "ThreadState.h"
 
 #include <commctrl.h>
+#include <utility>
 
 IMPLEMENT_DYNAMIC(CPropertySheet, CWnd)
 
@@ -114,11 +115,13 @@ bool CPropertySheet::IsOverAfter(const MSG& message) const
     return SendMessage(PSM_GETCURRENTPAGEHWND) == 0;
 }
 
+// Messages are fetched and passed on as Unicode: the system's dialog takes them for that, and would change
+// characters that arrive in a code page.
 void CPropertySheet::RunLoop()
 {
     MSG message = {};
     while (!IsOverAfter(message)) {
-        if (::GetMessageA(&message, nullptr, 0, 0) <= 0) {
+        if (::GetMessageW(&message, nullptr, 0, 0) <= 0) {
             // The program is to end: this loop ends first, and the one around it has to learn of it, too.
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
@@ -134,7 +137,7 @@ void CPropertySheet::Pump(MSG& message) const
         SendMessage(PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != FALSE)
         return;
     ::TranslateMessage(&message);
-    ::DispatchMessageA(&message);
+    ::DispatchMessageW(&message);
 }
 
 void CPropertySheet::EndDialog(int nEndID)
@@ -146,7 +149,26 @@ void CPropertySheet::EndDialog(int nEndID)
 void CPropertySheet::EndFailedLoop()
 {
     m_ended = true;
-    // The loop may be waiting for a message: what ended it may have come from another thread by SendMessage.
+    m_mayBeOver = true;
+    WakeLoop();
+}
+
+void CPropertySheet::PostNcDestroy()
+{
+    m_mayBeOver = true;
+}
+
+// Last of all, since a message box that a handler shows would take the loop's message.
+void CPropertySheet::AfterMessage()
+{
+    if (std::exchange(m_mayBeOver, false))
+        WakeLoop();
+}
+
+// The loop may be waiting for a message: what ended the sheet may have come from another thread by
+// SendMessage.
+void CPropertySheet::WakeLoop()
+{
     ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 

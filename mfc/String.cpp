@@ -175,13 +175,15 @@ void CString::FormatV(LPCSTR lpszFormat, va_list argList)
 
 BOOL CString::LoadString(UINT nID)
 {
-    // An entry that fills the buffer may have been cut off, so it is asked for again with a larger one.
+    // An entry that leaves no room for another character and the zero may have been cut off, so it is asked
+    // for again with a larger buffer.
+    constexpr size_t longestCharacter = 4; // bytes, in UTF-8
     std::string text(128, '\0');
     int length = 0;
     do {
         text.resize(text.size() * 2);
         length = ::LoadStringA(AfxGetResourceHandle(), nID, text.data(), static_cast<int>(text.size()));
-    } while (static_cast<size_t>(length) + 1 >= text.size());
+    } while (static_cast<size_t>(length) + longestCharacter >= text.size());
     text.resize(static_cast<size_t>(length));
     m_text = std::move(text);
     return length > 0;

@@ -84,12 +84,18 @@ LRESULT CThreadState::CallSuper(HWND hWnd, UINT message, WPARAM wParam, LPARAM l
     const auto found = m_super.find(hWnd);
     if (found == m_super.end())
         return ::DefWindowProcA(hWnd, message, wParam, lParam);
-    return ::CallWindowProcA(found->second, hWnd, message, wParam, lParam);
+    const auto call = found->second.isUnicode ? &::CallWindowProcW : &::CallWindowProcA;
+    return call(found->second.procedure, hWnd, message, wParam, lParam);
 }
 
 unsigned CThreadState::LoopDepth() const
 {
     return m_scope == nullptr ? 0 : m_scope->Depth();
+}
+
+bool CThreadState::IsBetweenMessages() const
+{
+    return m_scope != nullptr && m_messageDepth == m_scope->MessageDepth();
 }
 
 bool CThreadState::HasFailed(unsigned depth) const
@@ -123,8 +129,10 @@ CMessageFrame::~CMessageFrame()
     m_state.m_message = m_before;
     --m_state.m_messageDepth;
     // Outside every loop the temporary objects belong to the program, whose loop it is.
-    if (m_state.m_scope != nullptr && m_state.m_messageDepth == m_state.m_scope->MessageDepth())
-        m_state.FreeTemporaries(m_state.LoopDepth());
+    if (!m_state.IsBetweenMessages())
+        return;
+    m_state.FreeTemporaries(m_state.LoopDepth());
+    m_state.m_scope->Window().AfterMessage();
 }
 
 CHandlerScope::CHandlerScope(CWnd& window)
@@ -140,6 +148,9 @@ CHandlerScope::~CHandlerScope()
 {
     m_state.FreeTemporaries(m_depth);
     m_state.m_scope = m_outer;
+    // This loop has handled the messages of the one around, too.
+    if (m_state.IsBetweenMessages())
+        m_outer->m_window.AfterMessage();
 }
 
 void CHandlerScope::Keep(std::exception_ptr exception)

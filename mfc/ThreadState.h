@@ -50,13 +50,22 @@ class CThreadState
 
     // Nesting of modal loops and creations; 0 outside all of them.
     [[nodiscard]] unsigned LoopDepth() const;
+    // Whether there is a modal loop and none of its messages is being handled.
+    [[nodiscard]] bool IsBetweenMessages() const;
     // Whether a handler has failed in the innermost loop and windows bound at this depth belong to it.
     [[nodiscard]] bool HasFailed(unsigned depth) const;
     // Keeps the exception being handled, unless there is one already, and ends the innermost loop.
     void KeepException() noexcept;
 
+    // What a window did before, and whether it takes its messages in Unicode.
+    struct Super
+    {
+        WNDPROC procedure;
+        bool isUnicode;
+    };
+
     std::map<HWND, CWnd*> m_permanent;
-    std::map<HWND, WNDPROC> m_super;
+    std::map<HWND, Super> m_super;
     CHandlerScope* m_scope = nullptr;    // the innermost
     std::exception_ptr m_stray;          // thrown outside every loop and creation
     CCreationHook* m_creation = nullptr; // waiting for its window
@@ -110,6 +119,8 @@ class CHandlerScope
     // Throws the kept exception, if any; to be called when every window of the scope is gone.
     void Rethrow() const;
 
+    // The window whose loop, or creation, it is.
+    [[nodiscard]] CWnd& Window() const { return m_window; }
     // How many scopes, and messages in progress, there are up to this one.
     [[nodiscard]] unsigned Depth() const { return m_depth; }
     [[nodiscard]] unsigned MessageDepth() const { return m_messageDepth; }

@@ -39,31 +39,41 @@ bool CWnd::Bind(HWND hWnd, Binding binding)
     return true;
 }
 
-bool CWnd::TakeProcedure(HWND hWnd)
+bool CWnd::TakeProcedure(HWND hWnd) const
 {
-    std::map<HWND, WNDPROC>& super = CThreadState::Get().m_super;
+    std::map<HWND, CThreadState::Super>& supers = CThreadState::Get().m_super;
     // Given back earlier, but under somebody else's subclassing: our procedure is still in the chain.
-    if (super.contains(hWnd))
+    if (supers.contains(hWnd))
         return true;
-    const auto own = reinterpret_cast<LONG_PTR>(&AfxWndProc);
-    const auto before = reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hWnd, GWLP_WNDPROC, own));
-    if (before != nullptr)
-        super[hWnd] = before;
-    return before != nullptr;
+    const bool isUnicode = TakesUnicode();
+    const auto set = isUnicode ? &::SetWindowLongPtrW : &::SetWindowLongPtrA;
+    const LONG_PTR before = set(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc));
+    if (before != 0)
+        supers[hWnd] = {reinterpret_cast<WNDPROC>(before), isUnicode};
+    return before != 0;
+}
+
+// When somebody has subclassed the window after us, our procedure stays in the chain and passes everything
+// on.
+static void GiveProcedureBack(HWND hWnd)
+{
+    std::map<HWND, CThreadState::Super>& supers = CThreadState::Get().m_super;
+    const auto super = supers.find(hWnd);
+    if (super == supers.end())
+        return;
+    const bool isUnicode = super->second.isUnicode;
+    const auto get = isUnicode ? &::GetWindowLongPtrW : &::GetWindowLongPtrA;
+    const auto set = isUnicode ? &::SetWindowLongPtrW : &::SetWindowLongPtrA;
+    if (get(hWnd, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&AfxWndProc))
+        return;
+    set(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(super->second.procedure));
+    supers.erase(super);
 }
 
 HWND CWnd::Unbind()
 {
-    CThreadState& state = CThreadState::Get();
-    const auto super = state.m_super.find(m_hWnd);
-    const auto own = reinterpret_cast<LONG_PTR>(&AfxWndProc);
-    // When somebody has subclassed the window after us, our procedure stays in the
-    // chain and passes everything on.
-    if (super != state.m_super.end() && ::GetWindowLongPtrA(m_hWnd, GWLP_WNDPROC) == own) {
-        ::SetWindowLongPtrA(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(super->second));
-        state.m_super.erase(super);
-    }
-    state.m_permanent.erase(m_hWnd);
+    GiveProcedureBack(m_hWnd);
+    CThreadState::Get().m_permanent.erase(m_hWnd);
     m_binding = Binding::None;
     return std::exchange(m_hWnd, nullptr);
 }

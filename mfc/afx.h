@@ -1,5 +1,6 @@
 // The root of the class library: run-time class information, CObject, the few exceptions and the assertions.
-// Every other header of the library includes it. The 8-bit (A) functions of Windows are used throughout.
+// Every other header of the library includes it. The 8-bit (A) functions of Windows are used
+// throughout, but for the message loop of sheets.
 #pragma once
 
 #include <cassert>

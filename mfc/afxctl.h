@@ -21,7 +21,8 @@ class CButton : public CWnd
     void SetCheck(int nCheck) { SendMessage(BM_SETCHECK, static_cast<WPARAM>(nCheck)); }
 };
 
-// A field to type in.
+// A field to type in. OnChar gets Unicode, so that what is typed arrives whole: a character of two bytes
+// would come in two messages, which the system's edit does not put together again.
 class CEdit : public CWnd
 {
     DECLARE_DYNAMIC(CEdit)
@@ -40,6 +41,9 @@ class CEdit : public CWnd
     }
     // The limit in force, in bytes.
     [[nodiscard]] UINT GetLimitText() const { return static_cast<UINT>(SendMessage(EM_GETLIMITTEXT)); }
+
+  protected:
+    [[nodiscard]] bool TakesUnicode() const override { return true; }
 };
 
 // For the library's own sources: what a list answers to its message about a position and a text, as a number.

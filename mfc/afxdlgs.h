@@ -101,8 +101,10 @@ class CPropertySheet : public CWnd
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
 
     void EndFailedLoop() override;
+    void AfterMessage() override;
 
   protected:
+    void PostNcDestroy() override;
     BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
 
     DECLARE_MESSAGE_MAP()
@@ -114,12 +116,14 @@ class CPropertySheet : public CWnd
     void RunLoop();
     [[nodiscard]] bool IsOverAfter(const MSG& message) const;
     void Pump(MSG& message) const;
+    static void WakeLoop();
 
     CString m_strCaption;
     CWnd* m_pParentWnd;
     std::vector<CPropertyPage*> m_pages;
     INT_PTR m_result = IDCANCEL;
-    bool m_ended = false;
+    bool m_ended = false;     // by EndDialog or a failure
+    bool m_mayBeOver = false; // by the message that is being handled
 };
 
 // The system's dialog that asks for the path of a file to open or to save.

@@ -123,6 +123,8 @@ class CWnd : public CCmdTarget
     LRESULT DispatchMessageToObject(UINT message, WPARAM wParam, LPARAM lParam);
     // For the classes that run modal loops: ends this window's, because a handler has failed.
     virtual void EndFailedLoop() {}
+    // For the same: a message has been handled, and no other of the loop is being handled.
+    virtual void AfterMessage() {}
 
   protected:
     // The whole of a window's messages pass here; the base consults the message map and then DefWindowProc.
@@ -150,6 +152,10 @@ class CWnd : public CCmdTarget
     // The point is in client coordinates.
     void OnLButtonDown(UINT nFlags, CPoint point);
 
+    // Whether the window's messages, its characters above all, come in Unicode once it is taken over; else in
+    // the code page.
+    [[nodiscard]] virtual bool TakesUnicode() const { return false; }
+
     // What a message is answered that a handler has thrown from, or that is not delivered because one has.
     virtual LRESULT FailureAnswer(UINT message, WPARAM wParam, LPARAM lParam) const;
 
@@ -171,7 +177,7 @@ class CWnd : public CCmdTarget
     };
 
     bool Bind(HWND hWnd, Binding binding);
-    static bool TakeProcedure(HWND hWnd);
+    bool TakeProcedure(HWND hWnd) const;
     HWND Unbind();
     LRESULT GuardedProc(UINT message, WPARAM wParam, LPARAM lParam);
     void FinishDestruction();

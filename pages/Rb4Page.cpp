@@ -78,7 +78,7 @@ DWORD CVtnRb4PropPage::ResetUnderPleaseWait()
     PleaseWaitSlot pleaseWait;
     ShowPleaseWait(m_hWnd, LoadText(IDS_BOARD_RESETTING), pleaseWait);
     BoardData data{};
-    const DWORD status = ResetBoard(data, GiveSignOfLife);
+    const DWORD status = ResetBoard(data);
     if (status != ERROR_SUCCESS)
         return status;
     // The boxes alone: what is saved is taken from them when the page is left.

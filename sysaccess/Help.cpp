@@ -2,6 +2,7 @@
 #include "sysaccess/Help.h"
 
 #include "sysaccess/core/Handles.h"
+#include "sysaccess/core/LibrarySearch.h"
 
 #include <array>
 #include <cstring>
@@ -16,8 +17,10 @@ constexpr LANGID japanese = MAKELANGID(LANG_JAPANESE, SUBLANG_DEFAULT);
 constexpr char helpFile[] = "\\System32\\vtnmgmt\\vtmghost\\vtnmgmt.chm";
 constexpr char japaneseHelpFile[] = "\\System32\\vtnmgmt\\vtmghost\\vtnmgmt_jpn.chm";
 
-// Where the HTML Help control says that its library lies.
-constexpr char htmlHelpServer[] = "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+// Where the HTML Help control says that its library lies. Not in HKEY_CLASSES_ROOT, where users may put
+// classes of their own before the system's.
+constexpr char htmlHelpServer[] =
+    "SOFTWARE\\Classes\\CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
 constexpr char htmlHelpLibrary[] = "hhctrl.ocx";
 constexpr WORD htmlHelpOrdinal = 14;
 
@@ -32,16 +35,23 @@ std::string RegisteredHtmlHelpPath()
     std::array<char, MAX_PATH> path{};
     auto size = static_cast<DWORD>(path.size());
     const LSTATUS status =
-        RegGetValueA(HKEY_CLASSES_ROOT, htmlHelpServer, nullptr, RRF_RT_REG_SZ, nullptr, path.data(), &size);
+        RegGetValueA(HKEY_LOCAL_MACHINE, htmlHelpServer, nullptr, RRF_RT_REG_SZ, nullptr, path.data(), &size);
     return status == ERROR_SUCCESS ? path.data() : "";
+}
+
+// Loads a library by a path that begins with a drive, and by no other: Windows would look for it in
+// directories that others may write to.
+UniqueLibrary LoadByFullPath(const std::string& path)
+{
+    const bool isFull = path.size() > 2 && path[1] == ':' && path[2] == '\\';
+    return UniqueLibrary(isFull ? LoadLibraryA(path.c_str()) : nullptr);
 }
 
 HtmlHelpFunction LoadHtmlHelp()
 {
-    const std::string registered = RegisteredHtmlHelpPath();
-    UniqueLibrary library(registered.empty() ? nullptr : LoadLibraryA(registered.c_str()));
+    UniqueLibrary library = LoadByFullPath(RegisteredHtmlHelpPath());
     if (!library)
-        library = UniqueLibrary(LoadLibraryA(htmlHelpLibrary));
+        library = LoadSystemLibrary(htmlHelpLibrary);
     if (!library)
         return nullptr;
     const auto entry = EntryPoint<HtmlHelpFunction>(library.Get(), MAKEINTRESOURCEA(htmlHelpOrdinal));

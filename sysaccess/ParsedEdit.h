@@ -24,8 +24,8 @@ class CParsedEdit : public CEdit
 {
   public:
     // From now on accepts the CharacterClass bits of `style`; `extraChars` are those of CC_LISTED. Then takes
-    // over the control; FALSE when the parent has none with this id, which leaves the filter in force all the
-    // same, on purpose: the object may hold its control already.
+    // over the control; FALSE when the parent has none with this id, which leaves the filter in force on the
+    // control that the object holds already.
     BOOL SubclassFiltered(UINT controlId, CWnd* parent, WORD style, LPCSTR extraChars);
 
     // A key was refused: tells the parent, and the user unless the parent does not want that.
@@ -37,7 +37,7 @@ class CParsedEdit : public CEdit
     DECLARE_MESSAGE_MAP()
 
   private:
-    // The CharacterClass bits of a character code.
+    // The CharacterClass bits of a character, in Unicode.
     [[nodiscard]] WORD ClassOf(UINT character) const;
     [[nodiscard]] bool IsListed(UINT character) const;
 

@@ -39,7 +39,6 @@ void CPleaseWaitDlg::SetMessage(const char* message)
     m_message = message;
     SetDlgItemText(IDC_PLEASE_WAIT_TEXT, m_message);
     UpdateWindow();
-    GiveSignOfLife();
     m_shownSince = GetTickCount();
 }
 
@@ -59,14 +58,6 @@ int CPleaseWaitDlg::OnCreate(LPCREATESTRUCT createStruct)
     return 0;
 }
 
-void GiveSignOfLife()
-{
-    // Any message that nobody posts would do: the look is what counts. Messages that other threads have sent
-    // are handled meanwhile, whatever is looked for; posted ones, the user's keys among them, are not.
-    MSG message;
-    PeekMessageA(&message, nullptr, WM_APP, WM_APP, PM_NOREMOVE);
-}
-
 HWND ShowPleaseWait(HWND owner, const char* message, PleaseWaitSlot& slot)
 {
     if (slot != nullptr) {
@@ -76,8 +67,10 @@ HWND ShowPleaseWait(HWND owner, const char* message, PleaseWaitSlot& slot)
     auto dialog = std::make_unique<CPleaseWaitDlg>(message, readableFor, CWnd::FromHandle(owner));
     if (!dialog->Create(CPleaseWaitDlg::IDD))
         return nullptr;
+    // The thread will not look for messages for long. Windows would put a ghost that nobody paints in the
+    // place of its windows, and the user would read there that the program does not respond.
+    DisableProcessWindowsGhosting();
     dialog->UpdateWindow();
-    GiveSignOfLife();
     slot = std::move(dialog);
     return slot->m_hWnd;
 }

@@ -7,9 +7,9 @@
 #include <memory>
 #include <optional>
 
-// Modeless and without buttons. Nobody dispatches messages while it is up, so it paints itself whenever its
-// text changes. Its destructor keeps it on the screen, asleep, until its last text has been readable for a
-// second.
+// Modeless and without buttons. The thread handles no messages while it is up, not even those that others
+// send, which might begin once more what is being waited for; so it paints itself whenever its text changes.
+// Its destructor keeps it on the screen, asleep, until its last text has been readable for a second.
 class CPleaseWaitDlg : public CDialog
 {
   public:
@@ -40,11 +40,6 @@ class CPleaseWaitDlg : public CDialog
     DWORD m_shownSince = 0; // GetTickCount when the text appeared
     std::optional<CWaitCursor> m_waitCursor;
 };
-
-// Brings what is painted to the screen and shows Windows that the calling thread is alive, without taking a
-// message: the windows of a thread that has not looked at its queue for five seconds are replaced by ghosts
-// that nobody paints. Called wherever a procedure keeps its thread busy.
-void GiveSignOfLife();
 
 // Where the starts and stops of one procedure keep their one dialog: empty until the first of them shows it.
 using PleaseWaitSlot = std::unique_ptr<CPleaseWaitDlg>;

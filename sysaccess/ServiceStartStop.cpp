@@ -16,13 +16,6 @@ void Repaint(HWND window)
     UpdateWindow(window);
 }
 
-// Before each sleep of a wait.
-void KeepAlive(HWND window)
-{
-    Repaint(window);
-    GiveSignOfLife();
-}
-
 // A text of the string table with the service's name in its place.
 CString ServiceText(UINT textId, const std::string& displayName)
 {
@@ -46,7 +39,7 @@ void ServiceDialogs::OnStopping(const std::string& displayName)
 
 void ServiceDialogs::OnWaiting()
 {
-    KeepAlive(m_repainted);
+    Repaint(m_repainted);
 }
 
 void ServiceDialogs::OnStartFailed(const std::string& displayName)
@@ -73,7 +66,7 @@ bool ServiceDialogs::IsRestartWanted(DWORD hostState)
 
 bool WaitForServiceState(HWND window, SC_HANDLE service, SERVICE_STATUS& status, DWORD wantedState)
 {
-    return WaitForServiceState(service, status, wantedState, [&] { KeepAlive(window); });
+    return WaitForServiceState(service, status, wantedState, [&] { Repaint(window); });
 }
 
 bool StartServiceWithProgress(HWND owner, const char* serviceName, PleaseWaitSlot& pleaseWait)

@@ -2,6 +2,7 @@
 // service manager lacks: the list of a service's dependents.
 #include "../support/Error.h"
 #include "Dependents.h"
+#include "LoadApplet.h"
 #include "tests/support/ImportHook.h"
 
 #include <cstdio>
@@ -14,31 +15,11 @@ extern "C" void WINAPI Control_RunDLLA(HWND owner, HINSTANCE instance, LPCSTR co
 
 namespace {
 
-// The manifest in an applet that says which common controls it is made for.
-constexpr WORD manifestId = 123;
-
-// Loads the applet as the one that opens it will find it: with the common controls of its manifest.
-HMODULE LoadApplet(const char* path)
-{
-    ACTCTXA wanted{};
-    wanted.cbSize = sizeof wanted;
-    wanted.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
-    wanted.lpSource = path;
-    wanted.lpResourceName = MAKEINTRESOURCEA(manifestId);
-    const HANDLE context = CreateActCtxA(&wanted);
-    ULONG_PTR cookie = 0;
-    const bool isActive = context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie) != FALSE;
-    const HMODULE applet = LoadLibraryA(path);
-    if (isActive)
-        DeactivateActCtx(0, cookie);
-    demo::RequireCall(applet != nullptr, std::string("loading ") + path);
-    return applet;
-}
-
 void Open(int argc, char** argv)
 {
-    const support::ReplacedImport dependents(LoadApplet(argv[1]), "EnumDependentServicesA",
-                                             &demo::ListDependents);
+    const HMODULE applet = LoadApplet(argv[1]);
+    demo::RequireCall(applet != nullptr, std::string("loading ") + argv[1]);
+    const support::ReplacedImport dependents(applet, "EnumDependentServicesA", &demo::ListDependents);
     std::string command = argv[1];
     for (int i = 2; i < argc; ++i)
         command.append(" ").append(argv[i]);

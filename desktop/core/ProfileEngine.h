@@ -125,9 +125,11 @@ struct ProfileRequest
 // or value of 600 characters or more is refused: nothing is written or inserted.
 [[nodiscard]] std::int16_t ProfileExecute(ProfileRequest& request);
 
-// Writes the lines back, each followed by CR LF, to a file that still exists. A read-only file stays
-// read-only. A file that ends up empty is deleted, which is a success, and so is one that could not be
-// written: then the status says why. The lines in memory stay as they are.
+// Writes the lines back, each followed by CR LF, to a file that still exists; waits up to a second for one
+// that another program has open. A read-only file stays read-only. A file that ends up empty is deleted,
+// which is a success, and so is one that could not be written: then the status says why. Without memory for
+// the text the file is left alone. The lines in memory stay as they are. A process that ends meanwhile leaves
+// the old lines, or the new ones with empty lines below.
 [[nodiscard]] std::int16_t ProfileSave(ProfileRequest& request);
 
 // Frees the lines, the clipboard and the file, and clears them in the request. Does nothing when no file is

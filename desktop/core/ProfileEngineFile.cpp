@@ -1,21 +1,18 @@
-// Opens, saves and closes profile files: everything of the engine that touches the file system.
-#include "desktop/core/ProfileEngineLines.h"
+// Opens, reads and closes profile files.
+#include "desktop/core/ProfileEngineFile.h"
 
-#include "sysaccess/core/Handles.h"
+#include "desktop/core/ProfileEngineLines.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <io.h>
-#include <sys/stat.h>
-#include <windows.h>
 
 namespace {
 
 // Bytes that one line takes at most from the file.
 constexpr std::size_t longestLine = profileTextSize - 1;
 
-// Blocks that are read and written at once, in bytes; lines are cut out of and put into them.
+// Blocks that are read at once, in bytes; lines are cut out of them.
 constexpr std::size_t blockSize = 16384;
 
 // What has been read from a file and not yet been made lines of: from `begin` to `end`.
@@ -27,27 +24,6 @@ struct LineReader
     bool atEndOfFile = false;
     std::array<char, blockSize> block{};
 };
-
-// What has not been written yet: the first `size` bytes.
-struct LineWriter
-{
-    HANDLE handle;
-    std::size_t size = 0;
-    std::array<char, blockSize> block{};
-};
-
-// Why the last file call failed. Never 0, which would read as success.
-std::int16_t FailureStatus()
-{
-    const auto status = static_cast<std::int16_t>(GetLastError());
-    return status == PROF_OK ? std::int16_t{ERROR_GEN_FAILURE} : status;
-}
-
-UniqueFile OpenShared(const char* path, DWORD disposition)
-{
-    return OwnFile(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
-                               FILE_ATTRIBUTE_NORMAL, nullptr));
-}
 
 // Reads until there is a longest line and the byte after it, or all that the file still has.
 std::int16_t FillBlock(LineReader& reader)
@@ -156,74 +132,19 @@ const char* FormatOf(const ProfileRequest& request)
     return IsSectioned(request) ? "  %s = %s" : "%s=%s";
 }
 
-std::int16_t FlushBlock(LineWriter& writer)
-{
-    DWORD written = 0;
-    if (!WriteFile(writer.handle, writer.block.data(), static_cast<DWORD>(writer.size), &written, nullptr))
-        return FailureStatus();
-    if (written != writer.size)
-        return ERROR_DISK_FULL;
-    writer.size = 0;
-    return PROF_OK;
-}
-
-std::int16_t PutLine(LineWriter& writer, const char* text)
-{
-    const std::size_t length = std::strlen(text);
-    if (writer.size + length + 2 > blockSize) {
-        const std::int16_t status = FlushBlock(writer);
-        if (status != PROF_OK)
-            return status;
-    }
-    char* const end = std::copy_n(text, length, writer.block.data() + writer.size);
-    end[0] = '\r';
-    end[1] = '\n';
-    writer.size += length + 2;
-    return PROF_OK;
-}
-
-// Writes the lines and cuts the file behind them.
-std::int16_t WriteLines(HANDLE handle, const ProfileLine* first)
-{
-    LineWriter writer{.handle = handle};
-    for (const ProfileLine* line = first; line != nullptr; line = line->next) {
-        const std::int16_t status = PutLine(writer, line->text);
-        if (status != PROF_OK)
-            return status;
-    }
-    const std::int16_t status = FlushBlock(writer);
-    if (status != PROF_OK)
-        return status;
-    return SetEndOfFile(handle) ? std::int16_t{PROF_OK} : FailureStatus();
-}
-
-bool Exists(const char* path)
-{
-    return _access(path, 0) == 0;
-}
-
-// Takes the read-only attribute away from a file that has it; true when it did.
-bool MakeWritable(const char* path)
-{
-    return Exists(path) && _access(path, 2) != 0 && _chmod(path, _S_IREAD | _S_IWRITE) == 0;
-}
-
-// Replaces the content of the file; `size` becomes its new size in bytes.
-std::int16_t WriteProfile(const ProfileRequest& request, DWORD& size)
-{
-    const char* const path = request.file->path;
-    // A file that vanished since it was opened stays away, unless the caller created it.
-    if ((request.flags & PROF_CREATE) == 0 && !Exists(path))
-        return ERROR_FILE_NOT_FOUND;
-    const UniqueFile file = OpenShared(path, OPEN_EXISTING);
-    if (!file)
-        return FailureStatus();
-    const std::int16_t status = WriteLines(file.Get(), request.file->head->next);
-    size = GetFileSize(file.Get(), nullptr); // a size that cannot be told is not 0: the lines are written
-    return status;
-}
-
 } // namespace
+
+std::int16_t FailureStatus()
+{
+    const auto status = static_cast<std::int16_t>(GetLastError());
+    return status == PROF_OK ? std::int16_t{ERROR_GEN_FAILURE} : status;
+}
+
+UniqueFile OpenShared(const char* path, DWORD disposition)
+{
+    return OwnFile(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
+                               FILE_ATTRIBUTE_NORMAL, nullptr));
+}
 
 std::int16_t ProfileOpen(const char* path, ProfileRequest& request)
 {
@@ -241,23 +162,6 @@ std::int16_t ProfileOpen(const char* path, ProfileRequest& request)
     if (!IsSectioned(request))
         request.section = nullptr;
     return PROF_OK;
-}
-
-std::int16_t ProfileSave(ProfileRequest& request)
-{
-    if (request.file == nullptr)
-        return PROF_NOT_OPEN;
-    const char* const path = request.file->path;
-    const bool wasReadOnly = MakeWritable(path);
-    DWORD size = 0;
-    const std::int16_t status = WriteProfile(request, size);
-    const bool isKept = status == PROF_OK && size != 0;
-    // An empty file is of no use, and a half-written one is worse than none. One that somebody else keeps
-    // from being deleted gets its attribute back, like one that was written. When that fails, the lines are
-    // written all the same, and a file that stays writable is no reason to call the save a failure.
-    if ((isKept || !DeleteFileA(path)) && wasReadOnly)
-        _chmod(path, _S_IREAD);
-    return status;
 }
 
 void ProfileClose(ProfileRequest& request)

@@ -27,14 +27,13 @@ DWORD CallBoard(const char* entryPoint, BoardData& data)
 }
 
 // Reads until the board answers or the time is over; also the last failure is slept upon.
-DWORD WaitForBoard(BoardData& data, const std::function<void()>& beforeWait)
+DWORD WaitForBoard(BoardData& data)
 {
     DWORD status = ERROR_SUCCESS;
     for (DWORD waited = 0; waited < resetTime; waited += readInterval) {
         status = ReadBoardData(data);
         if (status == ERROR_SUCCESS)
             break;
-        beforeWait();
         Sleep(readInterval);
     }
     return status;
@@ -52,12 +51,12 @@ DWORD WriteBoardData(BoardData& data)
     return CallBoard("Rb4CpWriteData", data);
 }
 
-DWORD ResetBoard(BoardData& data, const std::function<void()>& beforeWait)
+DWORD ResetBoard(BoardData& data)
 {
     DWORD status = ReadBoardData(data);
     if (status != ERROR_SUCCESS)
         return status;
     data.resetRequest = 1;
     status = WriteBoardData(data);
-    return status == ERROR_SUCCESS ? WaitForBoard(data, beforeWait) : status;
+    return status == ERROR_SUCCESS ? WaitForBoard(data) : status;
 }

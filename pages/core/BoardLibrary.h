@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <windows.h>
 
 // The settings that the board holds, exchanged with its library by address: 16 bytes.
@@ -34,5 +33,5 @@ DWORD WriteBoardData(BoardData& data);
 
 // Makes the board reset itself with the settings that it holds, and waits until it answers again: ten reads,
 // three seconds apart, at most. Fills `data` with what it then holds. Returns the status of the last call of
-// the board, 0 on success. Calls `beforeWait` before each of the pauses.
-DWORD ResetBoard(BoardData& data, const std::function<void()>& beforeWait);
+// the board, 0 on success.
+DWORD ResetBoard(BoardData& data);

@@ -11,6 +11,17 @@ constexpr char processesValue[] = "ProcMon";
 
 } // namespace
 
+void DropHalfCharacter(std::string& name)
+{
+    std::size_t position = 0;
+    while (position < name.size()) {
+        const bool isPair = IsDBCSLeadByte(static_cast<BYTE>(name[position])) != FALSE;
+        position += isPair ? 2 : 1;
+    }
+    if (position > name.size())
+        name.pop_back();
+}
+
 std::vector<MonitoredProcess> ParseMonitoredProcesses(std::span<const BYTE> stored)
 {
     std::vector<MonitoredProcess> processes;
@@ -20,6 +31,7 @@ std::vector<MonitoredProcess> ParseMonitoredProcesses(std::span<const BYTE> stor
         const BYTE option = *position++;
         const auto end = std::find(position, stored.end(), BYTE{0});
         processes.push_back({option, std::string(position, end)});
+        DropHalfCharacter(processes.back().name);
         position = end == stored.end() ? end : end + 1;
     }
     return processes;

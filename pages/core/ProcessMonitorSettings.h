@@ -26,8 +26,13 @@ struct MonitoredProcess
     bool operator==(const MonitoredProcess&) const = default;
 };
 
+// Takes the first byte of a character of two off the end of a name that was cut there: it would make one
+// character with what follows the name.
+void DropHalfCharacter(std::string& name);
+
 // Takes a stored configuration apart: entries of an option byte and a name with its zero, one after the
-// other. A first byte of 0 says that there is none. A last name without its zero ends with the data.
+// other. A first byte of 0 says that there is none. A last name without its zero ends with the data;
+// half a character at the end of a name is dropped.
 [[nodiscard]] std::vector<MonitoredProcess> ParseMonitoredProcesses(std::span<const BYTE> stored);
 
 // The reverse. Entries with an option of 0 and those without a name are left out.

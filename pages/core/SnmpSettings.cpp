@@ -159,10 +159,12 @@ void SnmpSettings::LoadFlagsAndInterval()
     const std::optional<DWORD> hostFlags = ReadNumber(hostAgentKey, hostFlagsValue);
     telnetDisabled = (hostFlags.value_or(0) & telnetDisabledBit) != 0;
 
-    // Without an interval of its own the number that was read last stands in for it, as ever: flags are
+    // For an absent interval, and no other, the number that was read last stands in, as ever: flags are
     // small, so it is the shortest one.
-    const DWORD lastRead = hostFlags.value_or(sets.value_or(0));
-    intervalIndex = IndexOfInterval(ReadNumber(hostSnmpKey, timeoutValue).value_or(lastRead));
+    DWORD timeout = 0;
+    if (Key(hostSnmpKey).GetDword(timeoutValue, timeout) == ERROR_FILE_NOT_FOUND)
+        timeout = hostFlags.value_or(sets.value_or(0));
+    intervalIndex = IndexOfInterval(timeout);
 }
 
 void SnmpSettings::LoadDebuggers()
@@ -210,10 +212,12 @@ void SnmpSettings::SaveInterval() const
     }
 }
 
-// The debugger that is not wanted is parked before the other takes its place: a refusal in between loses
-// neither.
+// First the system's own debugger, which stands nowhere else once the agents' has taken its place: a refusal
+// in between loses neither.
 void SnmpSettings::SaveDebuggers() const
 {
-    Key(parkedDebuggerKey).SetString(debuggerValue, exceptionTrap ? m_savedDebugger : m_trapDebugger);
-    Key(activeDebuggerKey).SetString(debuggerValue, exceptionTrap ? m_trapDebugger : m_savedDebugger);
+    CRegistryKey forSaved = Key(exceptionTrap ? parkedDebuggerKey : activeDebuggerKey);
+    CRegistryKey forTrap = Key(exceptionTrap ? activeDebuggerKey : parkedDebuggerKey);
+    forSaved.SetString(debuggerValue, m_savedDebugger);
+    forTrap.SetString(debuggerValue, m_trapDebugger);
 }

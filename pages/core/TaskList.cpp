@@ -2,7 +2,9 @@
 #include "pages/core/TaskList.h"
 
 #include "hostutil/TaskRecord.h"
+#include "pages/core/ProcessMonitorSettings.h"
 #include "sysaccess/core/Handles.h"
+#include "sysaccess/core/LibrarySearch.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -14,11 +16,20 @@ namespace {
 // What the performance counters call the sum of all processes, the idle time, and a process without a name.
 constexpr std::array<std::string_view, 3> notPrograms = {"_Total", "Idle", "unknown"};
 
+// By its name alone: it may lie in the program's directory, in the system's, or where PATH points.
+UniqueLibrary LoadHostUtility()
+{
+    const SearchWithoutCurrentDirectory search;
+    return UniqueLibrary(search.IsInForce() ? LoadLibraryA("vthstutl.dll") : nullptr);
+}
+
 using UniqueTaskList = UniqueHandle<TaskRecord*, [](TaskRecord* list) { std::free(list); }>;
 
 std::string NameOf(const TaskRecord& record)
 {
-    return {record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0')};
+    std::string name(record.name.begin(), std::find(record.name.begin(), record.name.end(), '\0'));
+    DropHalfCharacter(name);
+    return name;
 }
 
 std::vector<std::string> NamesOf(std::span<const TaskRecord> records)
@@ -37,7 +48,7 @@ std::vector<std::string> NamesOf(std::span<const TaskRecord> records)
 
 std::vector<std::string> RunningProcessNames()
 {
-    const UniqueLibrary library(LoadLibraryA("vthstutl.dll"));
+    const UniqueLibrary library = LoadHostUtility();
     if (!library)
         return {};
     const auto getTaskList = EntryPoint<GetTaskListFunction>(library.Get(), "GetTaskList");

@@ -1,7 +1,12 @@
 // Queries to the service manager; see the header.
 #include "sysaccess/core/ServiceQueries.h"
 
+#include <array>
+
 namespace {
+
+// Room for the configuration of a service, in bytes.
+constexpr DWORD configSize = 1088;
 
 // Room for the first try, and what is added to the manager's answer for the second: services may be installed
 // in between. In bytes.
@@ -25,6 +30,16 @@ bool IsActiveState(DWORD state)
     default:
         return false;
     }
+}
+
+// The manager is asked for a service's configuration before the services that depend on it. Whatever it
+// answers makes no difference.
+void ReadConfigInPassing(SC_HANDLE service)
+{
+    alignas(QUERY_SERVICE_CONFIGA) std::array<BYTE, configSize> config;
+    DWORD needed = 0;
+    QueryServiceConfigA(service, reinterpret_cast<QUERY_SERVICE_CONFIGA*>(config.data()), configSize,
+                        &needed);
 }
 
 // One query for dependents: their records, which point into the buffer.
@@ -114,6 +129,7 @@ bool GetDependentServices(const char* serviceName, std::vector<std::string>& nam
     const UniqueServiceHandle service = OpenServiceForControl(serviceName);
     if (!service)
         return true;
+    ReadConfigInPassing(service.Get());
     DependentsQuery query(dependentsSize);
     bool isListed = query.Run(service.Get());
     if (!isListed && GetLastError() == ERROR_MORE_DATA) {

@@ -108,6 +108,27 @@ TEST_F(BoardPageReset, ShowsThePleaseWaitDialogMeanwhile)
     m_host.PressCancel();
 }
 
+TEST_F(BoardPageReset, IsNotBegunAgainByAMessageThatIsSentMeanwhile)
+{
+    Open();
+    FailReadsOfTheReset(3);
+    const HWND page = Page().Window();
+    const HWND button = Page().Control(IDC_BOARD_RESET);
+    std::size_t boxes = 0;
+    m_clock.OnSleep([&](DWORD milliseconds) {
+        if (milliseconds != 3000)
+            return;
+        if (m_clock.Sleeps().size() == 1)
+            support::SendFromElsewhere(page, WM_COMMAND, IDC_BOARD_RESET, reinterpret_cast<LPARAM>(button));
+        boxes = m_boxes.Shown().size();
+    });
+    m_boxes.Answer(IDYES).Answer(IDNO);
+    Page().Click(IDC_BOARD_RESET);
+    ASSERT_TRUE(m_boxes.WaitForBoxes(2));
+    EXPECT_EQ(boxes, 1U);
+    m_host.PressCancel();
+}
+
 class BoardPageResetWait : public BoardPageReset, public testing::WithParamInterface<std::size_t>
 {
 };

@@ -2,6 +2,8 @@
 #include "applet/SnmpActions.h"
 #include "support/RegistryCalls.h"
 
+#include <utility>
+
 namespace {
 
 using support::ServiceState;
@@ -91,6 +93,24 @@ TEST_F(ClearThresholds, StopsDeletesAndStartsInThisOrder)
         "Sleep 1000"); // until the last of the please-wait texts has been readable for a second
     EXPECT_EQ(m_log.CallsOf({"MessageBoxA", "Sleep", "ControlService", "StartServiceA", "RegDeleteKeyA"}),
               expected);
+}
+
+TEST_F(ClearThresholds, IsNotBegunAgainByAMessageThatIsSentMeanwhile)
+{
+    m_host.Open();
+    const support::DialogDriver page = m_host.Page("SNMP Settings");
+    const HWND button = page.Control(IDC_SNMP_CLEAR_THRESHOLDS);
+    bool isSent = false;
+    m_clock.OnSleep([&](DWORD) {
+        if (!std::exchange(isSent, true))
+            support::SendFromElsewhere(page.Window(), WM_COMMAND, IDC_SNMP_CLEAR_THRESHOLDS,
+                                       reinterpret_cast<LPARAM>(button));
+    });
+    m_boxes.Answer(IDYES).Answer(IDOK).Answer(IDNO);
+    page.Click(IDC_SNMP_CLEAR_THRESHOLDS);
+    ASSERT_TRUE(m_boxes.WaitForBoxes(3));
+    support::ExpectBoxes(m_boxes, {questionBox, clearedBox, questionBox});
+    m_host.PressCancel();
 }
 
 TEST_F(ClearThresholds, StopsAndStartsAHostThatIsPaused)

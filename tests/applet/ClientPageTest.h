@@ -33,7 +33,7 @@ class ClientPage : public AppletTest
     support::DialogDriver Open()
     {
         m_host.Open();
-        return m_host.Page("Desktop Mgmt");
+        return m_host.Page(m_host.Tabs().at(3)); // by number, since its name depends on the language
     }
 
     // The page of a machine on which desktop management is on.

@@ -1,6 +1,10 @@
 // The login script's path on the Desktop Mgmt page: typed, on the network, and browsed for.
 #include "applet/ClientPageTest.h"
 
+#include <algorithm>
+#include <array>
+#include <vector>
+
 // It needs windows.h before it.
 #include <commdlg.h>
 
@@ -26,6 +30,24 @@ TEST_F(ClientPage, APathCanBeTypedWithItsOwnPunctuationOnly)
     m_host.PressCancel();
 }
 
+// The number by which the page has always set its filter up. No control has it, so nothing is taken over
+// twice.
+TEST_F(ClientPage, FiltersTheFieldWithoutTakingItOverOnceMore)
+{
+    std::vector<int> asked;
+    {
+        const auto hook = support::HookImport<decltype(GetDlgItem)>(m_host.Module(), "GetDlgItem",
+                                                                    [&](auto original, HWND dialog, int id) {
+                                                                        asked.push_back(id);
+                                                                        return original(dialog, id);
+                                                                    });
+        OpenSwitchedOn();
+    }
+    EXPECT_EQ(std::ranges::count(asked, 1031), 1);
+    EXPECT_EQ(GetDlgItem(m_host.ActivePage().Window(), 1031), nullptr);
+    m_host.PressCancel();
+}
+
 TEST_F(ClientPage, ATypedPathIsUpdatedAndRecorded)
 {
     const std::string path = m_scripts.File("other start.Bat");
@@ -46,6 +68,13 @@ TEST_F(ClientPage, ANetworkPathCanBeTypedLeftAndSaved)
     m_host.PressOk();
     EXPECT_EQ(ReadBytes(path).value_or("").substr(0, 11), "rem VORTAN:");
     ExpectString(m_machine.hostAgent, "ClientIni", path);
+}
+
+std::string CurrentDirectory()
+{
+    std::array<char, MAX_PATH> path{};
+    GetCurrentDirectoryA(path.size(), path.data());
+    return path.data();
 }
 
 class ScriptPathLength : public ClientPage
@@ -100,7 +129,8 @@ class ClientBrowse : public ClientPage
     {
         s_asked = *dialog;
         s_start = dialog->lpstrFile;
-        s_filter.assign(dialog->lpstrFilter, sizeof "Command Files (*.bat)|*.bat|" - 1);
+        const char* const pattern = dialog->lpstrFilter + lstrlenA(dialog->lpstrFilter) + 1;
+        s_filter = std::string(dialog->lpstrFilter) + "|" + pattern + "|" + (pattern + lstrlenA(pattern) + 1);
         lstrcpynA(dialog->lpstrFile, s_choice.c_str(), static_cast<int>(dialog->nMaxFile));
         return !s_choice.empty();
     }
@@ -119,10 +149,21 @@ TEST_F(ClientBrowse, AsksForABatchFileStartingFromTheTypedPath)
     page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("typed.bat"));
     page.Click(IDC_CLIENT_BROWSE);
     EXPECT_EQ(s_start, m_scripts.File("typed.bat"));
-    EXPECT_EQ(s_filter, std::string("Command Files (*.bat)\0*.bat\0", 28));
+    EXPECT_EQ(s_filter, "Command Files (*.bat)|*.bat|");
     EXPECT_NE(s_asked.Flags & OFN_HIDEREADONLY, 0U);
     EXPECT_EQ(s_asked.Flags & OFN_OVERWRITEPROMPT, 0U);
     EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_scripts.File("typed.bat"));
+    m_host.PressCancel();
+}
+
+// Runs in the language of the system and, a second time, in Japanese.
+TEST_F(ClientBrowse, NamesTheFilesInTheUsersLanguage)
+{
+    s_choice.clear();
+    OpenSwitchedOn().Click(IDC_CLIENT_BROWSE);
+    std::array<char, 128> filter{};
+    LoadStringA(m_host.Module(), IDS_SCRIPT_FILE_FILTER, filter.data(), filter.size());
+    EXPECT_EQ(s_filter + "|", filter.data());
     m_host.PressCancel();
 }
 
@@ -159,6 +200,26 @@ TEST_F(ClientBrowse, TellsAtOnceOfAPathThatIsTooLong)
     EXPECT_NE(m_boxes.Shown()[0].text.find("256"), std::string::npos);
     EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), s_choice);
     ExpectWholePathSelected(page);
+    m_host.PressCancel();
+}
+
+// --- the system's own dialog
+
+TEST_F(ClientPage, BrowsingLeavesTheCurrentDirectoryAsItIs)
+{
+    const std::string before = CurrentDirectory();
+    const DialogDriver page = OpenSwitchedOn();
+    PostMessageA(page.Control(IDC_CLIENT_BROWSE), BM_CLICK, 0, 0);
+    HWND dialog = nullptr;
+    const auto isUp = [&] {
+        dialog = GetLastActivePopup(m_host.Sheet().Window());
+        return dialog != m_host.Sheet().Window() && IsWindowVisible(dialog) != FALSE;
+    };
+    ASSERT_TRUE(support::WaitUntil(isUp));
+    PostMessageA(dialog, WM_COMMAND, IDOK, 0); // the script that is named already
+    ASSERT_TRUE(support::WaitUntil([&] { return IsWindow(dialog) == FALSE; }));
+    m_host.Thread().Settle();
+    EXPECT_EQ(CurrentDirectory(), before);
     m_host.PressCancel();
 }
 

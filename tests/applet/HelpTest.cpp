@@ -10,6 +10,8 @@ namespace {
 
 constexpr WPARAM helpCommand = 0xE146; // of the sheet
 
+const std::string systemHelp = "C:\\windows\\system32\\hhctrl.ocx";
+
 class Help : public AppletTest
 {
   protected:
@@ -141,7 +143,7 @@ TEST_F(Help, LooksFirstWhereHtmlHelpIsRegisteredThenForTheUsualLibrary)
     m_help.RemoveLibrary();
     m_host.Open();
     m_host.Sheet().Click(IDHELP);
-    EXPECT_EQ(m_help.LoadedLibraries(), (std::vector<std::string>{"D:\\help\\hhctrl.ocx", "hhctrl.ocx"}));
+    EXPECT_EQ(m_help.LoadedLibraries(), (std::vector<std::string>{"D:\\help\\hhctrl.ocx", systemHelp}));
     m_host.PressCancel();
 }
 
@@ -151,7 +153,7 @@ TEST_F(Help, WithoutTheRegisteredLibraryLooksForTheUsualOne)
     m_host.Open();
     m_host.Sheet().Click(IDHELP);
     ASSERT_FALSE(m_help.LoadedLibraries().empty());
-    EXPECT_EQ(m_help.LoadedLibraries().back(), "hhctrl.ocx");
+    EXPECT_EQ(m_help.LoadedLibraries().back(), systemHelp);
     m_host.PressCancel();
 }
 

@@ -1,5 +1,6 @@
 // What the Process Monitor page lists when it is shown, and how.
 #include "applet/ProcMonPageTest.h"
+#include "support/HostAgent.h"
 #include "support/ImportHook.h"
 #include "support/RegistryCalls.h"
 
@@ -40,6 +41,26 @@ TEST_F(ProcMonLoad, AConfiguredNameThatRunsIsListedOnceWithItsOption)
     Open();
     EXPECT_EQ(Items(), Rows{"svc.exe\tStop"});
     m_host.PressCancel();
+}
+
+// On a Japanese system 0x83 is the first byte of a character of two: with the tab behind the name it would be
+// one.
+TEST_F(ProcMonLoad, ANameThatEndsInHalfACharacterIsSavedWithTheNextChange)
+{
+    const bool isJapanese = GetACP() == 932;
+    EXPECT_TRUE(isJapanese || support::EnvironmentVariable("VTN_TEST_CODE_PAGE").empty());
+    const std::string cut = isJapanese ? "a" : "a\x83";
+    Store("\x82"
+          "a\x83\0\x80"
+          "b\0"s);
+    m_host.Open();
+    m_host.Page(m_host.Tabs().back()); // whatever it is called
+    Select(1);
+    Page().Check(IDC_PROCMON_START);
+    m_host.PressOk();
+    ExpectStored("\x82"s + cut +
+                 "\0\x81"s
+                 "b\0"s);
 }
 
 TEST_F(ProcMonLoad, InstancesOfOneProgramAreOneItem)

@@ -37,6 +37,12 @@ std::string RowText(HWND control, const ListMessages& messages, WPARAM row)
     return text.c_str();
 }
 
+DWORD WINAPI Notify(void* message)
+{
+    const auto& sent = *static_cast<const MSG*>(message);
+    return static_cast<DWORD>(SendNotifyMessageA(sent.hwnd, sent.message, sent.wParam, sent.lParam));
+}
+
 } // namespace
 
 LRESULT SendWithin(HWND window, UINT message, WPARAM wParam, LPARAM lParam, std::chrono::milliseconds limit)
@@ -46,6 +52,20 @@ LRESULT SendWithin(HWND window, UINT message, WPARAM wParam, LPARAM lParam, std:
                             &result) == 0)
         throw std::runtime_error("a window does not answer message " + std::to_string(message));
     return static_cast<LRESULT>(result);
+}
+
+void SendFromElsewhere(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    MSG sent{};
+    sent.hwnd = window;
+    sent.message = message;
+    sent.wParam = wParam;
+    sent.lParam = lParam;
+    // On the window's own thread it would be handled at once. Not std::thread, which may call a Sleep that
+    // the test has replaced.
+    const HANDLE thread = CreateThread(nullptr, 0, &Notify, &sent, 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
 }
 
 std::string WindowText(HWND window)
@@ -109,6 +129,19 @@ void DialogDriver::Type(int id, const std::string& text) const
     for (const char character : text)
         PostMessageA(Control(id), WM_CHAR, static_cast<BYTE>(character), 1);
     m_thread->Settle();
+}
+
+void DialogDriver::Type(int id, const std::wstring& text) const
+{
+    Focus(id);
+    Type(*m_thread, Control(id), text);
+}
+
+void DialogDriver::Type(const UiThread& thread, HWND control, const std::wstring& text)
+{
+    for (const wchar_t character : text)
+        PostMessageW(control, WM_CHAR, character, 1);
+    thread.Settle();
 }
 
 void DialogDriver::Focus(int id) const

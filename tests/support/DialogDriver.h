@@ -14,6 +14,10 @@ namespace support {
 LRESULT SendWithin(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0,
                    std::chrono::milliseconds limit = defaultLimit);
 
+// Sends a message as another program does that does not wait for the answer: the window's thread finds it
+// when it next looks for messages.
+void SendFromElsewhere(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
 // Text of any window of this process, whatever thread it belongs to.
 [[nodiscard]] std::string WindowText(HWND window);
 
@@ -44,6 +48,9 @@ class DialogDriver
     void SetText(int id, const std::string& text) const;
     // Types the characters of `text` one by one, as keys.
     void Type(int id, const std::string& text) const;
+    // The same with any characters, whatever the code page; also into a control that stands elsewhere.
+    void Type(int id, const std::wstring& text) const;
+    static void Type(const UiThread& thread, HWND control, const std::wstring& text);
     // Gives the control the focus as the Tab key does.
     void Focus(int id) const;
 

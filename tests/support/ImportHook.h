@@ -10,12 +10,18 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 #include <windows.h>
+
+struct ImgDelayDescr;
 
 namespace support {
 
+// The descriptors of the libraries that `module` loads when it first calls one of their functions.
+[[nodiscard]] std::vector<const ImgDelayDescr*> DelayedLibraries(HMODULE module);
+
 // Address of the slot in `module`'s import table that holds `function`, imported by name from any library;
-// null when there is none.
+// null when there is none. A library that is loaded on demand is loaded for it.
 [[nodiscard]] void** FindImport(HMODULE module, const char* function);
 
 // Puts `address` into an import table's slot and returns what was there.

@@ -131,6 +131,8 @@ std::string AboutOf(const std::vector<Call>& calls, std::size_t index)
         return call.place + ": size";
     if (call.function == "QueryServiceStatus" && before->function == "StartServiceA")
         return call.place + " while it starts";
+    if (call.function == "CreateFileA" && before->function == "_access")
+        return call.place + " to save";
     if (call.function == "_chmod" && before->function != "_access")
         return call.place + " again";
     if (call.function == "_access")
@@ -165,10 +167,10 @@ constexpr Rule rules[] = {
     {"open", "PropertySheetA", "", anyCode, ends},
     // Desktop management
     {"switch", "CreateFileA", " first", anyCode, EndsWith(IDS_SCRIPT_NAME_INVALID)},
+    {"switch", "CreateFileA", " to save", ERROR_SHARING_VIOLATION, goesOn},
     {"switch", "CreateFileA", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "ReadFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "WriteFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
-    {"switch", "SetEndOfFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch desktop management off in a protected", "_access", " at first", anyCode,
      EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "_chmod", " again", anyCode, goesOn},

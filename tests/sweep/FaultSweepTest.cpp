@@ -55,8 +55,9 @@ class Comparison
   public:
     Comparison(const Operation& operation, const Outcome& reference, const Outcome& found, const Fault& fault,
                HMODULE module)
-        : m_reference(reference), m_found(found), m_fault(fault), m_call(reference.calls[fault.call - 1]),
-          m_expected(Expected(operation, reference.calls, fault)), m_module(module)
+        : m_operation(operation), m_reference(reference), m_found(found), m_fault(fault),
+          m_call(reference.calls[fault.call - 1]), m_expected(Expected(operation, reference.calls, fault)),
+          m_module(module)
     {
     }
 
@@ -71,6 +72,7 @@ class Comparison
         CheckChanges();
         CheckContents();
         CheckHandles();
+        CheckSecondTry();
     }
 
   private:
@@ -175,6 +177,18 @@ class Comparison
         EXPECT_EQ(m_found.leftOpen, expected);
     }
 
+    // A user who heard of the failure does it again.
+    void CheckSecondTry() const
+    {
+        if (!m_operation.settles || m_expected.ending != Ending::EndsWith)
+            return;
+        Picture settled = m_found.settled;
+        for (const auto& [item, content] : m_reference.after)
+            EXPECT_EQ(settled[item], content) << item << ", after a second try";
+        EXPECT_EQ(settled.size(), m_reference.after.size());
+    }
+
+    const Operation& m_operation;
     const Outcome& m_reference;
     const Outcome& m_found;
     const Fault& m_fault;

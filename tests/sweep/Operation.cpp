@@ -40,6 +40,14 @@ void EditSnmpSettings(AppletHost& host)
     page.SetText(IDC_SNMP_SERVER_ROLE, "Files");
 }
 
+// Also when it is off already, after a failure between the two debuggers.
+void SwitchTrapOff(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    page.Check(IDC_SNMP_EXCEPTION_TRAP);
+    page.Uncheck(IDC_SNMP_EXCEPTION_TRAP);
+}
+
 void TickStorageBoxes(AppletHost& host)
 {
     const DialogDriver page = host.ActivePage();
@@ -99,35 +107,41 @@ void Press(AppletHost& host)
 
 // clang-format off: a table
 constexpr Operation operations[] = {
-    {"open the sheet", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, OpenSheet},
-    {"show SNMP Settings", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<snmpSettings>},
-    {"show Storage", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<storage>},
-    {"show Desktop Mgmt", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<desktopMgmt>},
-    {"show Process Monitor", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing,
+    {"open the sheet", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing, OpenSheet},
+    {"show SNMP Settings", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     Show<snmpSettings>},
+    {"show Storage", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing, Show<storage>},
+    {"show Desktop Mgmt", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing, Show<desktopMgmt>},
+    {"show Process Monitor", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
      Show<processMonitor>},
-    {"show Remote Lumora", nullptr, Clients::Off, false, nullptr, nullptr, EditNothing, Show<remoteLumora>},
-    {"save Storage", storage, Clients::Off, false, nullptr, "UnhookWindowsHookEx", TickStorageBoxes, PressOk},
-    {"save Services", services, Clients::Off, false, nullptr, "UnhookWindowsHookEx", MoveAgent, PressOk},
-    {"save SNMP Settings", snmpSettings, Clients::Off, false, nullptr, "UnhookWindowsHookEx",
-     EditSnmpSettings, PressOk},
-    {"save Process Monitor", processMonitor, Clients::Off, false, nullptr, "UnhookWindowsHookEx",
-     WatchAProcess, PressOk},
-    {"save Remote Lumora", remoteLumora, Clients::Off, false, nullptr, "UnhookWindowsHookEx", SwitchBattery,
-     PressOk},
-    {"switch desktop management on", desktopMgmt, Clients::Off, false, nullptr, "UnhookWindowsHookEx",
+    {"show Remote Lumora", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     Show<remoteLumora>},
+    {"save Storage", storage, Before::Nothing, false, nullptr, "UnhookWindowsHookEx", TickStorageBoxes,
+     PressOk, true},
+    {"save Services", services, Before::Nothing, false, nullptr, "UnhookWindowsHookEx", MoveAgent, PressOk},
+    {"save SNMP Settings", snmpSettings, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
+     EditSnmpSettings, PressOk, true},
+    {"save SNMP Settings without the trap", snmpSettings, Before::ExceptionTrap, false, nullptr,
+     "UnhookWindowsHookEx", SwitchTrapOff, PressOk, true},
+    {"save Process Monitor", processMonitor, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
+     WatchAProcess, PressOk, true},
+    {"save Remote Lumora", remoteLumora, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
+     SwitchBattery, PressOk},
+    {"switch desktop management on", desktopMgmt, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
      SwitchClients, PressOk},
-    {"switch desktop management off", desktopMgmt, Clients::On, false, nullptr, "UnhookWindowsHookEx",
+    {"switch desktop management off", desktopMgmt, Before::Clients, false, nullptr, "UnhookWindowsHookEx",
      SwitchClients, PressOk},
-    {"switch desktop management off in a protected script", desktopMgmt, Clients::OnUntilTheScriptIsReadOnly,
-     false, nullptr, "UnhookWindowsHookEx", SwitchClients, PressOk},
-    {"type the name of a process", processMonitor, Clients::Off, false, nullptr, nullptr, EditNothing,
+    {"switch desktop management off in a protected script", desktopMgmt,
+     Before::ClientsUntilTheScriptIsReadOnly, false, nullptr, "UnhookWindowsHookEx", SwitchClients, PressOk},
+    {"type the name of a process", processMonitor, Before::Nothing, false, nullptr, nullptr, EditNothing,
      Press<IDC_PROCMON_ADD>},
-    {"restart the agents", storage, Clients::Off, true, "OpenSCManagerA", nullptr, TickStorageBoxes, PressOk},
-    {"send the test trap", snmpSettings, Clients::Off, false, nullptr, nullptr, EditNothing,
+    {"restart the agents", storage, Before::Nothing, true, "OpenSCManagerA", nullptr, TickStorageBoxes,
+     PressOk},
+    {"send the test trap", snmpSettings, Before::Nothing, false, nullptr, nullptr, EditNothing,
      Press<IDC_SNMP_TEST_TRAP>},
-    {"clear the thresholds", snmpSettings, Clients::Off, true, nullptr, nullptr, EditNothing,
+    {"clear the thresholds", snmpSettings, Before::Nothing, true, nullptr, nullptr, EditNothing,
      Press<IDC_SNMP_CLEAR_THRESHOLDS>},
-    {"reset the board", remoteLumora, Clients::Off, true, nullptr, nullptr, EditNothing,
+    {"reset the board", remoteLumora, Before::Nothing, true, nullptr, nullptr, EditNothing,
      Press<IDC_BOARD_RESET>},
 };
 // clang-format on
@@ -193,6 +207,14 @@ try {
     return failure.what();
 }
 
+// The user opens the sheet anew and does the same.
+void TryAgain(AppletHost& host, const Operation& operation)
+{
+    Prepare(host, operation);
+    operation.act(host);
+    host.WaitForEnd();
+}
+
 // The test tidies up behind the applet, so that the next case starts from nothing.
 void CloseAll(const std::map<const void*, std::string>& handles)
 {
@@ -220,15 +242,19 @@ Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault
     AppletHost& host = subject.host;
     Outcome outcome;
     Settings settings(subject);
-    if (operation.clients != Clients::Off)
+    const bool hasClients =
+        operation.before == Before::Clients || operation.before == Before::ClientsUntilTheScriptIsReadOnly;
+    if (hasClients)
         settings.SwitchDesktopManagementOn();
+    if (operation.before == Before::ExceptionTrap)
+        settings.SwitchExceptionTrapOn();
     CallRecorder recorder;
     {
         StandIns standIns(host.Module(), settings, recorder);
-        if (operation.clients != Clients::Off)
+        if (hasClients)
             standIns.Shares().Add("VTNDATA", {.path = "anywhere"});
         std::optional<ReadOnlyWhileEdited> other;
-        if (operation.clients == Clients::OnUntilTheScriptIsReadOnly)
+        if (operation.before == Before::ClientsUntilTheScriptIsReadOnly)
             other.emplace(host.Module(), settings.ScriptDirectory() + "\\LOGIN.BAT");
         if (!operation.agrees)
             standIns.User().Decline();
@@ -246,6 +272,10 @@ Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault
         outcome.boxes = standIns.User().Texts();
         Add(outcome.seen, outcome.after);
         AddAbsence(outcome.seen, outcome.before);
+        if (operation.settles) {
+            TryAgain(host, operation);
+            outcome.settled = Look(settings, standIns);
+        }
     }
     outcome.calls = recorder.Calls();
     outcome.windowsLeft = host.Thread().Windows().size();

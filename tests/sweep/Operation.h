@@ -8,12 +8,13 @@
 
 namespace sweep {
 
-// Desktop management before the operation.
-enum class Clients
+// What is switched on before the operation.
+enum class Before
 {
-    Off,
-    On,
-    OnUntilTheScriptIsReadOnly, // somebody makes it so while it is edited
+    Nothing,
+    Clients,                         // desktop management
+    ClientsUntilTheScriptIsReadOnly, // somebody makes it so while it is edited
+    ExceptionTrap,
 };
 
 // One row of the table of operations. `act` is swept: only its calls are counted and fail.
@@ -21,12 +22,14 @@ struct Operation
 {
     const char* name;
     const char* tab; // shown before `act`; null for none
-    Clients clients;
+    Before before;
     bool agrees;       // to what is asked
     const char* from;  // counting begins with this function; null: at once
     const char* until; // and ends with this one, before the restart is offered; null: with the sheet
     void (*edit)(support::AppletHost& host);
     void (*act)(support::AppletHost& host);
+    // Done once more after a failure that the user heard of, it ends as without the failure.
+    bool settles = false;
 };
 
 std::ostream& operator<<(std::ostream& out, const Operation& operation);
@@ -41,6 +44,7 @@ struct Outcome
     std::vector<std::string> boxes;
     Picture before;
     Picture after;
+    Picture settled; // after a second try without a fault, of an operation that settles
     std::map<std::string, std::set<std::string>> seen; // all contents that each item ever had
     std::vector<std::string> leftOpen;                 // what the applet opened and did not close
     std::size_t windowsLeft = 0;

@@ -153,6 +153,12 @@ void Settings::SwitchDesktopManagementOn()
                         std::string("rem End of VORTAN section\r\n") + scriptText);
 }
 
+void Settings::SwitchExceptionTrapOn()
+{
+    m_machine.activeDebugger.SetString("Debugger", "vtndbg -p %ld -e %ld -g");
+    m_machine.parkedDebugger.SetString("Debugger", "winedbg");
+}
+
 void Settings::AddTo(Picture& picture) const
 {
     const std::array<const TestKey*, 10> keys = {

@@ -84,6 +84,8 @@ class Settings
 
     // Desktop management is on, with everything that belongs to it.
     void SwitchDesktopManagementOn();
+    // The agents' debugger is the system's, whose own is parked.
+    void SwitchExceptionTrapOn();
     void AddTo(Picture& picture) const;
 
     [[nodiscard]] const TestMachine& Machine() const { return m_machine; }

@@ -4,6 +4,7 @@
 #include "support/ImportHook.h"
 
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace {
@@ -81,9 +82,41 @@ BOOL Free(HMODULE /*module*/)
     return TRUE;
 }
 
+UINT GiveSystemDirectory(LPSTR directory, UINT size)
+{
+    constexpr char path[] = "C:\\windows\\system32";
+    if (size < sizeof path)
+        return sizeof path;
+    std::memcpy(directory, &path[0], sizeof path);
+    return sizeof path - 1;
+}
+
+std::string libraryDirectory;
+
+// A buffer that is too short gets the size needed.
+DWORD GiveLibraryDirectory(DWORD size, LPSTR directory)
+{
+    const auto length = static_cast<DWORD>(libraryDirectory.size());
+    if (size <= length)
+        return length + 1;
+    std::strcpy(directory, libraryDirectory.c_str());
+    return length;
+}
+
+BOOL SetLibraryDirectory(LPCSTR directory)
+{
+    libraryDirectory = directory == nullptr ? "" : directory;
+    return TRUE;
+}
+
 const standin::Import<decltype(GetProcAddress)> findEntryImport("GetProcAddress", FindEntry);
 const standin::Import<decltype(LoadLibraryA)> loadImport("LoadLibraryA", LoadNone);
 const standin::Import<decltype(FreeLibrary)> freeImport("FreeLibrary", Free);
+const standin::Import<decltype(GetSystemDirectoryA)> systemDirectoryImport("GetSystemDirectoryA",
+                                                                           GiveSystemDirectory);
+const standin::Import<decltype(GetDllDirectoryA)> getDirectoryImport("GetDllDirectoryA",
+                                                                     GiveLibraryDirectory);
+const standin::Import<decltype(SetDllDirectoryA)> setDirectoryImport("SetDllDirectoryA", SetLibraryDirectory);
 
 } // namespace
 
@@ -106,4 +139,19 @@ HMODULE LoadLibraryA(LPCSTR path)
 BOOL FreeLibrary(HMODULE module)
 {
     return freeImport(module);
+}
+
+UINT GetSystemDirectoryA(LPSTR directory, UINT size)
+{
+    return systemDirectoryImport(directory, size);
+}
+
+DWORD GetDllDirectoryA(DWORD size, LPSTR directory)
+{
+    return getDirectoryImport(size, directory);
+}
+
+BOOL SetDllDirectoryA(LPCSTR directory)
+{
+    return setDirectoryImport(directory);
 }

@@ -53,6 +53,7 @@ using FARPROC = std::intptr_t (*)();
 #define ERROR_READ_FAULT 30L
 #define ERROR_GEN_FAILURE 31L
 #define ERROR_SHARING_VIOLATION 32L
+#define ERROR_LOCK_VIOLATION 33L
 #define ERROR_BAD_NETPATH 53L
 #define ERROR_FILE_EXISTS 80L
 #define ERROR_NOT_READY 21L
@@ -81,6 +82,9 @@ LPSTR GetCommandLineA();
 HMODULE GetModuleHandleA(LPCSTR name);
 HMODULE LoadLibraryA(LPCSTR path);
 BOOL FreeLibrary(HMODULE module);
+UINT GetSystemDirectoryA(LPSTR directory, UINT size);
+DWORD GetDllDirectoryA(DWORD size, LPSTR directory);
+BOOL SetDllDirectoryA(LPCSTR directory);
 FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size);

@@ -69,7 +69,7 @@ TEST_F(RestartCommand, NamesTheServiceThatFailsAndGoesOn)
 
 TEST_F(RestartCommand, LeavesAgentsAloneThatCannotBeControlled)
 {
-    for (const DWORD state : {SERVICE_START_PENDING, SERVICE_STOP_PENDING, DWORD{8}}) {
+    for (const int state : {SERVICE_START_PENDING, SERVICE_STOP_PENDING, 8}) {
         AddAgents(static_cast<DWORD>(state));
         EXPECT_EQ(Run({"restart"}).code, ExitCode::Failed);
     }

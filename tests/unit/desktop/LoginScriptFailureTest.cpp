@@ -3,12 +3,14 @@
 
 #include "ScriptTexts.h"
 #include "support/FailNth.h"
+#include "support/FakeClock.h"
 #include "support/SystemFunction.h"
 #include "support/TestDirectory.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -160,7 +162,7 @@ TEST_F(LoginScriptFailure, OfAnyOpeningKeepsWhatWasSavedBeforeOrNothing)
     const Script left[] = {block + house, std::nullopt, house, std::nullopt};
     for (int opening = 1; opening <= 4; ++opening) {
         WriteBytes(m_path, block + house);
-        const FailOpen fail(self, opening, INVALID_HANDLE_VALUE, ERROR_SHARING_VIOLATION);
+        const FailOpen fail(self, opening, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
         ExpectUpdateFails(true);
         EXPECT_EQ(fail.Calls(), opening);
         EXPECT_EQ(ReadBytes(m_path), left[opening - 1]) << opening;
@@ -177,16 +179,18 @@ TEST_F(LoginScriptFailure, OfAWriteIsTold)
     }
 }
 
-// Opens the script for somebody else just before the update opens it for writing.
+// Opens the script for somebody else just before the update opens it for the first time to write it.
 class LockedMeanwhile : public LoginScriptFailure
 {
   protected:
+    LockedMeanwhile() { s_hasHeld = false; }
+
     static HANDLE WINAPI OpenBehindAnother(LPCSTR path, DWORD access, DWORD share,
                                            LPSECURITY_ATTRIBUTES security, DWORD disposition,
                                            DWORD attributes, HANDLE pattern)
     {
         static auto* const open = support::SystemFunction<decltype(CreateFileA)>("kernel32", "CreateFileA");
-        if (disposition == OPEN_EXISTING)
+        if (disposition == OPEN_EXISTING && !std::exchange(s_hasHeld, true))
             s_holder.emplace(path, s_share);
         return open(path, access, share, security, disposition, attributes, pattern);
     }
@@ -201,14 +205,30 @@ class LockedMeanwhile : public LoginScriptFailure
         return ReadBytes(m_path);
     }
 
+    static inline bool s_hasHeld = false;
     static inline DWORD s_share = 0;
     static inline std::optional<Holder> s_holder;
+    support::FakeClock m_clock{self};
     support::ReplacedImport m_open{self, "CreateFileA", &OpenBehindAnother};
 };
 
 TEST_F(LockedMeanwhile, TheScriptStaysAsItWas)
 {
     EXPECT_EQ(UpdateBehind(FILE_SHARE_READ), house);
+}
+
+TEST_F(LockedMeanwhile, TheScriptIsUpdatedOnceItIsReleased)
+{
+    s_share = FILE_SHARE_READ | FILE_SHARE_DELETE;
+    WriteBytes(m_path, house);
+    bool isReleased = false;
+    m_clock.OnSleep([&](DWORD) {
+        s_holder.reset();
+        isReleased = true;
+    });
+    UpdateLoginScript(m_path, "SRV1", true);
+    EXPECT_TRUE(isReleased);
+    EXPECT_EQ(ReadBytes(m_path), block + house);
 }
 
 TEST_F(LockedMeanwhile, TheScriptIsGoneIfItMayBeDeleted)

@@ -1,6 +1,7 @@
 // Where login scripts lie, by version of Windows.
 #include "desktop/core/LoginScriptLocation.h"
 
+#include "support/CodePage932.h"
 #include "support/FailNth.h"
 #include "support/ServiceScript.h"
 #include "support/ShareScript.h"
@@ -213,14 +214,9 @@ TEST(DirectoryOf, EndsBeforeTheLastBackslash)
     EXPECT_EQ(DirectoryOf(""), "");
 }
 
-BOOL WINAPI IsLeadByte932(BYTE byte)
-{
-    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
-
 TEST(DirectoryOf, TakesNoSecondByteForABackslash)
 {
-    const support::ReplacedImport japanese(self, "IsDBCSLeadByte", &IsLeadByte932);
+    const support::CodePage932 japanese(self);
     EXPECT_EQ(DirectoryOf("C:\\\x83\x5C\\\x83\x5C.BAT"), "C:\\\x83\x5C");
     EXPECT_EQ(DirectoryOf("\x83\x5C"), "");
 }

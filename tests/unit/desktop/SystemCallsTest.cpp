@@ -239,4 +239,16 @@ TEST(SystemMachine, LacksALibraryThatNobodyInstalled)
     EXPECT_EQ(GetLastError(), DWORD{ERROR_PROC_NOT_FOUND});
 }
 
+TEST(SystemMachine, KeepsOneDirectoryForLibraries)
+{
+    EXPECT_EQ(GetDllDirectoryA(0, nullptr), 1U);
+    EXPECT_TRUE(SetDllDirectoryA("C:\\lib"));
+    char directory[8] = "";
+    EXPECT_EQ(GetDllDirectoryA(6, &directory[0]), 7U);
+    EXPECT_EQ(GetDllDirectoryA(7, &directory[0]), 6U);
+    EXPECT_STREQ(&directory[0], "C:\\lib");
+    EXPECT_TRUE(SetDllDirectoryA(nullptr));
+    EXPECT_EQ(GetDllDirectoryA(7, &directory[0]), 0U);
+}
+
 } // namespace

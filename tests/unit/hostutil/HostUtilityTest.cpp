@@ -250,4 +250,15 @@ TEST_F(HostUtility, ClosesItsSnapshot)
     EXPECT_EQ(open, 0);
 }
 
+TEST(HostUtilityFile, BearsTheProjectsVersion)
+{
+    const std::string path = support::BesideThisProgram("..\\..\\..\\vthstutl.dll");
+    std::vector<char> block(GetFileVersionInfoSizeA(path.c_str(), nullptr));
+    ASSERT_TRUE(GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data()));
+    void* text = nullptr;
+    UINT length = 0;
+    ASSERT_TRUE(VerQueryValueA(block.data(), "\\StringFileInfo\\040904B0\\FileVersion", &text, &length));
+    EXPECT_STREQ(static_cast<const char*>(text), VTN_TEST_VERSION);
+}
+
 } // namespace

@@ -191,6 +191,19 @@ TEST(String, IsLoadedFromTheStringTable)
     EXPECT_EQ(string.Right(10), "0123456789");
 }
 
+// In a code page in which it takes two bytes a character may be where the text is cut.
+TEST(String, IsLoadedWhole)
+{
+    char character[3] = "";
+    WideCharToMultiByte(CP_ACP, 0, L"\u3042", 1, character, 2, nullptr, nullptr);
+    CString expected;
+    for (int i = 0; i < 300; ++i)
+        expected += character;
+    CString string;
+    EXPECT_TRUE(string.LoadString(IDS_LONG_WIDE));
+    EXPECT_EQ(string, expected) << string.GetLength();
+}
+
 TEST(String, IsEmptyAfterLoadingAnAbsentEntry)
 {
     CString string("old");

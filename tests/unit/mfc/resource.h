@@ -22,5 +22,6 @@
 #define IDS_TWICE 204       // "%1 and %1"
 #define IDS_CAPTION 205     // "From the table"
 #define IDS_PAGECAPTION 206 // "Renamed"
+#define IDS_LONG_WIDE 207   // 300 times U+3042
 #define IDS_ABSENT 299
 #define IDS_TOO_LONG 0xF114

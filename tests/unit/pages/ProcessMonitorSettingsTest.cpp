@@ -1,6 +1,7 @@
 // The stored configuration of watched processes: taken apart, put together, read and written.
 #include "pages/core/ProcessMonitorSettings.h"
 
+#include "support/CodePage932.h"
 #include "support/TestRegistry.h"
 #include "sysaccess/core/ConfigurationError.h"
 
@@ -90,6 +91,28 @@ TEST(ProcessMonitorParse, TakesOneNameOfSixtyFourKilobytes)
     Bytes stored(65536, 'n');
     stored.front() = 1;
     EXPECT_EQ(ParseMonitoredProcesses(stored), (Processes{{1, std::string(65535, 'n')}}));
+}
+
+TEST(ProcessMonitorParse, TakesOffTheHalfCharacterAtTheEndOfAName)
+{
+    const support::CodePage932 japanese(GetModuleHandleA(nullptr));
+    EXPECT_EQ(
+        ParseMonitoredProcesses(Stored("\x81"
+                                       "a\x83\0\x82"
+                                       "\x83\x81\0\x83"
+                                       "\x83\x81\x83\0\x81"
+                                       "\xB1\0\x81"
+                                       "\x83\0\x01"
+                                       "b\xFC")),
+        (Processes{
+            {0x81, "a"}, {0x82, "\x83\x81"}, {0x83, "\x83\x81"}, {0x81, "\xB1"}, {0x81, ""}, {0x01, "b"}}));
+}
+
+TEST(ProcessMonitorParse, KeepsEveryByteWhereEachIsACharacter)
+{
+    EXPECT_EQ(ParseMonitoredProcesses(Stored("\x81"
+                                             "a\x83")),
+              (Processes{{0x81, "a\x83"}}));
 }
 
 // --- formatting

@@ -1,6 +1,8 @@
 // The names of the running processes, as the page asks the host utility library for them.
 #include "pages/core/TaskList.h"
 
+#include "support/CodePage932.h"
+#include "support/ImportHook.h"
 #include "support/TaskListScript.h"
 
 #include <gtest/gtest.h>
@@ -61,6 +63,17 @@ TEST_F(TaskList, TakesANameThatFillsItsRecord)
     EXPECT_EQ(RunningProcessNames(), m_tasks.names);
 }
 
+TEST_F(TaskList, TakesOffTheHalfCharacterThatARecordCuts)
+{
+    const support::CodePage932 japanese(self);
+    const std::string letter = "\x83\x81"; // its second byte could begin another
+    std::string cut = "n";
+    while (cut.size() < 259)
+        cut += letter;
+    m_tasks.names = {cut + letter[0], cut, "\x83", letter};
+    EXPECT_EQ(RunningProcessNames(), (Names{cut, "", letter}));
+}
+
 TEST_F(TaskList, IsEmptyWithoutTheLibrary)
 {
     m_libraries.Remove(hostUtilityLibrary);
@@ -89,6 +102,59 @@ TEST_F(TaskList, LoadsTheLibraryByNameAndReleasesIt)
     EXPECT_EQ(RunningProcessNames(), Names{"a"});
     EXPECT_EQ(m_libraries.Path(hostUtilityLibrary), "vthstutl.dll");
     EXPECT_EQ(m_libraries.Held(hostUtilityLibrary), 0);
+}
+
+const std::string systemDirectory = "C:\\windows\\system32";
+
+// What the process's search for libraries is set to: each time, and how often the library had been loaded by
+// then.
+class TaskListSearch : public TaskList
+{
+  protected:
+    Names SettingsWhileNamesAreRead(BOOL answer = TRUE)
+    {
+        Names settings;
+        const auto hook = support::HookImport<decltype(SetDllDirectoryA)>(
+            self, "SetDllDirectoryA", [&](auto, LPCSTR directory) {
+                settings.push_back(std::string(directory == nullptr ? "none" : directory) + " after " +
+                                   std::to_string(m_libraries.Loads(hostUtilityLibrary)));
+                return answer;
+            });
+        m_read = RunningProcessNames();
+        return settings;
+    }
+
+    Names m_read;
+};
+
+TEST_F(TaskListSearch, LeavesTheCurrentDirectoryOutForTheLoad)
+{
+    EXPECT_EQ(SettingsWhileNamesAreRead(), (Names{systemDirectory + " after 0", "none after 1"}));
+}
+
+TEST_F(TaskListSearch, StaysAsAProgramHasSetIt)
+{
+    SetDllDirectoryA("C:\\lib");
+    EXPECT_EQ(SettingsWhileNamesAreRead(), Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 1);
+    SetDllDirectoryA(nullptr);
+}
+
+TEST_F(TaskListSearch, KeepsTheLibraryOutWhenItCannotBeSet)
+{
+    m_tasks.names = {"a"};
+    SettingsWhileNamesAreRead(FALSE);
+    EXPECT_EQ(m_read, Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 0);
+}
+
+TEST_F(TaskListSearch, KeepsTheLibraryOutOnASystemThatDoesNotReportItsDirectory)
+{
+    m_tasks.names = {"a"};
+    const auto hook = support::HookImport<decltype(GetSystemDirectoryA)>(
+        self, "GetSystemDirectoryA", [](auto, LPSTR, UINT) { return 0U; });
+    EXPECT_EQ(RunningProcessNames(), Names());
+    EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 0);
 }
 
 } // namespace

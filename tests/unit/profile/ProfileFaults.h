@@ -15,19 +15,30 @@ inline constexpr DWORD injectedError = 1117;
 
 inline const HMODULE self = GetModuleHandleA(nullptr);
 
+// Which calls fail: one, or that one and all behind it, as when the process ends there.
+enum class Failing
+{
+    Once,
+    FromThenOn,
+};
+
 // Counts calls down to the one that fails.
 class FailurePoint
 {
   public:
     // Places count from 1.
-    explicit FailurePoint(int place) : m_remaining(place) {}
+    explicit FailurePoint(int place, Failing failing = Failing::Once) : m_remaining(place), m_failing(failing)
+    {
+    }
 
     // Whether it is the turn of this call; then the last error is set.
     bool Fails(const char* call)
     {
-        if (--m_remaining != 0)
+        --m_remaining;
+        if (m_remaining > 0 || (m_remaining < 0 && m_failing == Failing::Once))
             return false;
-        m_failed = call;
+        if (m_failed == nullptr)
+            m_failed = call;
         SetLastError(injectedError);
         return true;
     }
@@ -37,6 +48,7 @@ class FailurePoint
 
   private:
     int m_remaining;
+    Failing m_failing;
     const char* m_failed = nullptr;
 };
 
@@ -83,6 +95,7 @@ inline std::int16_t WithFailingSystem(FailurePoint& point, Request& request, con
         });
     auto read = FAIL_AT(point, ReadFile, decltype(ReadFile), FALSE);
     auto write = FAIL_AT(point, WriteFile, decltype(WriteFile), FALSE);
+    auto move = FAIL_AT(point, SetFilePointer, decltype(SetFilePointer), INVALID_SET_FILE_POINTER);
     auto cut = FAIL_AT(point, SetEndOfFile, decltype(SetEndOfFile), FALSE);
     auto size = FAIL_AT(point, GetFileSize, decltype(GetFileSize), INVALID_FILE_SIZE);
     auto remove = FAIL_AT(point, DeleteFileA, decltype(DeleteFileA), FALSE);

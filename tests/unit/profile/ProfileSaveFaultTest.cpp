@@ -77,8 +77,10 @@ TEST(ProfileSaveFaults, LeaveAWritableFileWholeOrGone)
                                "_access: 0, new, read-only", // it was told that the file is so
                                "_access: 2, gone",
                                "CreateFileA: 1117, gone",
+                               "GetFileSize: 0, new",
                                "WriteFile: 1117, gone",
-                               "SetEndOfFile: 1117, gone",
+                               "SetFilePointer: 0, new",
+                               "SetEndOfFile: 0, new",
                                "GetFileSize: 0, new",
                                "CloseHandle: 0, new",
                                "(none): 0, new"};
@@ -92,8 +94,10 @@ TEST(ProfileSaveFaults, LeaveAReadOnlyFileReadOnlyOrGone)
                                "_chmod: 5, old, read-only",
                                "_access: 2, gone",
                                "CreateFileA: 1117, gone",
+                               "GetFileSize: 0, new, read-only",
                                "WriteFile: 1117, gone",
-                               "SetEndOfFile: 1117, gone",
+                               "SetFilePointer: 0, new, read-only",
+                               "SetEndOfFile: 0, new, read-only",
                                "GetFileSize: 0, new, read-only",
                                "CloseHandle: 0, new, read-only",
                                "_chmod: 0, new", // written, only its attribute is lost
@@ -101,11 +105,12 @@ TEST(ProfileSaveFaults, LeaveAReadOnlyFileReadOnlyOrGone)
     EXPECT_EQ(Sweep({.isReadOnly = true, .isEmptied = false}), expected);
 }
 
+// Whether the file is empty now shows by its size alone, so one that could not be cut is kept.
 TEST(ProfileSaveFaults, DeleteAFileThatTheEditEmptied)
 {
-    const Outcomes expected = {"_access: 0, gone",        "_access: 0, gone",      "_access: 2, gone",
-                               "CreateFileA: 1117, gone", "WriteFile: 1117, gone", "SetEndOfFile: 1117, gone",
-                               "GetFileSize: 0, empty",   "CloseHandle: 0, gone",  "DeleteFileA: 0, empty",
+    const Outcomes expected = {"_access: 0, gone",        "_access: 0, gone",        "_access: 2, gone",
+                               "CreateFileA: 1117, gone", "SetFilePointer: 0, gone", "SetEndOfFile: 0, old",
+                               "GetFileSize: 0, empty",   "CloseHandle: 0, gone",    "DeleteFileA: 0, empty",
                                "(none): 0, gone"};
     EXPECT_EQ(Sweep({.isReadOnly = false, .isEmptied = true}), expected);
 }
@@ -117,8 +122,8 @@ TEST(ProfileSaveFaults, DeleteAReadOnlyFileThatTheEditEmptied)
                                "_chmod: 5, old, read-only",
                                "_access: 2, gone",
                                "CreateFileA: 1117, gone",
-                               "WriteFile: 1117, gone",
-                               "SetEndOfFile: 1117, gone",
+                               "SetFilePointer: 0, gone",
+                               "SetEndOfFile: 0, old, read-only",
                                "GetFileSize: 0, empty, read-only",
                                "CloseHandle: 0, gone",
                                "DeleteFileA: 0, empty, read-only",
@@ -129,29 +134,58 @@ TEST(ProfileSaveFaults, DeleteAReadOnlyFileThatTheEditEmptied)
 // Whether such a file is still there is left to the open, so that is one question less.
 TEST(ProfileSaveFaults, LeaveAFileThatTheRequestCreatesWholeOrGone)
 {
-    const Outcomes expected = {"_access: 0, new",          "_access: 0, new, read-only",
-                               "CreateFileA: 1117, gone",  "WriteFile: 1117, gone",
-                               "SetEndOfFile: 1117, gone", "GetFileSize: 0, new",
-                               "CloseHandle: 0, new",      "(none): 0, new"};
+    const Outcomes expected = {"_access: 0, new",         "_access: 0, new, read-only",
+                               "CreateFileA: 1117, gone", "GetFileSize: 0, new",
+                               "WriteFile: 1117, gone",   "SetFilePointer: 0, new",
+                               "SetEndOfFile: 0, new",    "GetFileSize: 0, new",
+                               "CloseHandle: 0, new",     "(none): 0, new"};
     EXPECT_EQ(Sweep({.isReadOnly = false, .isEmptied = false, .flags = PROF_CREATE}), expected);
 }
 
 // --- failures of their own kind
 
-TEST(ProfileSaveFaults, OfACallWithoutAnErrorAreStillFailures)
+TEST(ProfileSaveFaults, OfAWriteWithoutAnErrorAreStillFailures)
 {
     const ScratchFile file;
     Request request;
     Change(request, file, {});
-    {
-        const support::FailNth<"WriteFile", decltype(WriteFile)> fail(self, 1, FALSE);
-        EXPECT_EQ(request.Save(), ERROR_GEN_FAILURE);
-        EXPECT_EQ(Described(file), "gone");
-    }
-    file.Write("old\r\n");
-    const support::FailNth<"SetEndOfFile", decltype(SetEndOfFile)> fail(self, 1, FALSE);
+    const support::FailNth<"WriteFile", decltype(WriteFile)> fail(self, 1, FALSE);
     EXPECT_EQ(request.Save(), ERROR_GEN_FAILURE);
     EXPECT_EQ(Described(file), "gone");
+}
+
+// Saves a file that becomes shorter.
+std::int16_t Shorten(const ScratchFile& file)
+{
+    file.Write("first\r\nsecond\r\n");
+    Request request;
+    request.Open(file);
+    EXPECT_EQ(request.Execute(PROF_DELETE_FIRST, "first"), PROF_OK);
+    return request.Save();
+}
+
+TEST(ProfileSaveFaults, OfTheCutAreNoneAsAllLinesAreWritten)
+{
+    const ScratchFile file;
+    {
+        const support::FailNth<"SetEndOfFile", decltype(SetEndOfFile)> fail(self, 1, FALSE,
+                                                                            ERROR_ACCESS_DENIED);
+        EXPECT_EQ(Shorten(file), PROF_OK);
+        EXPECT_EQ(file.Content(), "second\r\n\r\n\r\n\r\n\n");
+    }
+    const support::FailNth<"SetFilePointer", decltype(SetFilePointer)> fail(self, 1, INVALID_SET_FILE_POINTER,
+                                                                            ERROR_ACCESS_DENIED);
+    EXPECT_EQ(Shorten(file), PROF_OK);
+    EXPECT_EQ(file.Content(), "second\r\n\r\n\r\n\r\n\n");
+}
+
+TEST(ProfileSaveFaults, OfTheOldSizeLeaveTheFileAsLongAsItsLines)
+{
+    const ScratchFile file;
+    const support::FailNth<"GetFileSize", decltype(GetFileSize)> fail(self, 1, INVALID_FILE_SIZE,
+                                                                      ERROR_ACCESS_DENIED);
+    EXPECT_EQ(Shorten(file), PROF_OK);
+    EXPECT_EQ(file.Content(), "second\r\n");
 }
 
 TEST(ProfileSaveFaults, AreReportedByTheirLastSixteenBits)
@@ -174,14 +208,30 @@ TEST(ProfileSaveFaults, OfADeletionThatFailsTooReportWhatFailedFirst)
     EXPECT_EQ(Described(file), "old, read-only");
 }
 
-TEST(ProfileSaveFaults, OfMemoryDoNotHappen)
+TEST(ProfileSaveFaults, OfMemoryLeaveTheFileAsItIs)
+{
+    for (const bool isReadOnly : {false, true}) {
+        const ScratchFile file;
+        Request request;
+        Change(request, file, {.isReadOnly = isReadOnly, .isEmptied = false});
+        FailurePoint point(1);
+        EXPECT_EQ(WithFailingMemory(point, request, file.Path(), SaveIt), PROF_NO_MEMORY);
+        EXPECT_EQ(Described(file), isReadOnly ? "old, read-only" : "old");
+        FailurePoint second(2);
+        EXPECT_EQ(WithFailingMemory(second, request, file.Path(), SaveIt), PROF_OK);
+        EXPECT_FALSE(second.HasFailed());
+    }
+}
+
+TEST(ProfileSaveFaults, OfMemoryDoNotHappenWithoutLines)
 {
     const ScratchFile file;
     Request request;
-    Change(request, file, {});
+    Change(request, file, {.isReadOnly = false, .isEmptied = true});
     FailurePoint point(1);
     EXPECT_EQ(WithFailingMemory(point, request, file.Path(), SaveIt), PROF_OK);
     EXPECT_FALSE(point.HasFailed());
+    EXPECT_EQ(Described(file), "gone");
 }
 
 TEST(ProfileSaveFaults, OfAWriteEndTheWriting)

@@ -1,5 +1,6 @@
 // How lines become a file again, and what is left behind.
 #include "ProfileFixture.h"
+#include "support/FakeClock.h"
 
 #include <windows.h>
 
@@ -91,7 +92,7 @@ TEST(ProfileSave, CutsAFileThatBecameShorter)
     EXPECT_EQ(file.Content(), "first\r\n");
 }
 
-TEST(ProfileSave, WritesAFileOfManyBlocks)
+TEST(ProfileSave, WritesAFileOfManyLines)
 {
     const ScratchFile file;
     std::string content;
@@ -208,6 +209,7 @@ TEST(ProfileSave, FailsForAFileThatSomebodyElseReads)
     const HANDLE reader = CreateFileA(file.Path(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     file.SetReadOnly(true);
+    const support::FakeClock clock(GetModuleHandleA(nullptr));
     EXPECT_EQ(request.Save(), ERROR_SHARING_VIOLATION);
     CloseHandle(reader);
     EXPECT_EQ(file.Content(), "a\r\n");

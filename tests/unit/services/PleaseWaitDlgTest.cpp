@@ -48,29 +48,36 @@ TEST_F(PleaseWaitDlg, IsPaintedWithoutAnybodyDispatchingMessages)
     EXPECT_TRUE(IsPainted());
 }
 
-// How often `action` looks at the message queue.
-template <typename Action>
-int LooksDuring(Action action)
+int messagesHandled = 0;
+
+LRESULT CALLBACK CountMessages(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    int looks = 0;
-    const auto count = support::HookImport<decltype(PeekMessageA)>(
-        GetModuleHandleA(nullptr), "PeekMessageA",
-        [&](auto original, LPMSG message, HWND window, UINT first, UINT last, UINT flags) {
-            ++looks;
-            return original(message, window, first, last, flags);
-        });
-    action();
-    return looks;
+    messagesHandled += message == WM_APP ? 1 : 0;
+    return DefWindowProcA(window, message, wParam, lParam);
 }
 
-TEST_F(PleaseWaitDlg, LooksAtTheMessagesWithEachTextAndTakesNone)
+TEST_F(PleaseWaitDlg, HandlesNoMessageOfAnotherThread)
 {
-    PostThreadMessageA(GetCurrentThreadId(), WM_APP, 7, 0);
-    EXPECT_EQ(LooksDuring([&] { Show("Starting one."); }), 1);
-    EXPECT_EQ(LooksDuring([&] { Show("Starting another."); }), 1);
-    MSG message{};
-    EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_APP, WM_APP, PM_REMOVE));
-    EXPECT_EQ(message.wParam, 7U);
+    const HWND window = CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CountMessages));
+    messagesHandled = 0;
+    Show("Starting one.");
+    support::SendFromElsewhere(window, WM_APP);
+    Show("Starting another.");
+    EXPECT_EQ(messagesHandled, 0);
+    DestroyWindow(window);
+}
+
+// Windows would else put a ghost in the place of windows whose thread has not looked for messages for a
+// while.
+TEST_F(PleaseWaitDlg, KeepsTheThreadsWindowsFromBeingReplaced)
+{
+    int calls = 0;
+    const auto count = support::HookImport<decltype(DisableProcessWindowsGhosting)>(
+        GetModuleHandleA(nullptr), "DisableProcessWindowsGhosting", [&](auto) { ++calls; });
+    Show("Starting one.");
+    Show("Starting another.");
+    EXPECT_EQ(calls, 1);
 }
 
 TEST_F(PleaseWaitDlg, CannotBeClosedByItsUser)

@@ -159,6 +159,37 @@ TEST_F(GetDependentServicesTest, SaysSoWhenTheSecondTryIsRefusedToo)
     EXPECT_EQ(m_manager.Log().CallsOf({"EnumDependentServicesA"}).size(), 2U);
 }
 
+TEST_F(GetDependentServicesTest, ReadsTheConfigurationBeforeTheList)
+{
+    AddWithDependents({"Agent"});
+    DWORD room = 0;
+    const auto watch = support::HookImport<decltype(QueryServiceConfigA)>(
+        GetModuleHandleA(nullptr), "QueryServiceConfigA",
+        [&](auto original, SC_HANDLE service, LPQUERY_SERVICE_CONFIGA config, DWORD size, LPDWORD needed) {
+            room = size;
+            return original(service, config, size, needed);
+        });
+    Names names;
+    EXPECT_TRUE(GetDependentServices("SNMP", names));
+    EXPECT_EQ(m_manager.Calls(),
+              (Names{"OpenSCManagerA ServicesActive 0x20000000", "OpenServiceA SNMP 0xf01ff",
+                     "CloseServiceHandle (manager)", "QueryServiceConfigA SNMP",
+                     "EnumDependentServicesA SNMP states=3 size=1024", "CloseServiceHandle SNMP"}));
+    EXPECT_EQ(room, 1088U);
+}
+
+TEST_F(GetDependentServicesTest, NeedsNothingOfTheConfiguration)
+{
+    m_manager.Add("SNMP", {.displayName = std::string(2000, 'n'), .dependents = {"Agent"}});
+    Names names;
+    EXPECT_TRUE(GetDependentServices("SNMP", names));
+    EXPECT_EQ(names, Names{"Agent"});
+    m_manager.Fail("QueryServiceConfigA", "SNMP", ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(GetDependentServices("SNMP", names));
+    EXPECT_EQ(names, Names{"Agent"});
+    EXPECT_EQ(m_manager.Log().CallsOf({"QueryServiceConfigA"}).size(), 2U);
+}
+
 TEST_F(GetDependentServicesTest, OpensTheServiceForEveryUse)
 {
     AddWithDependents({});

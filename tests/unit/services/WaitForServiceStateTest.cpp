@@ -1,5 +1,6 @@
 // How often, how long and for whom the wait for a service looks at it.
 #include "ScriptedMachine.h"
+#include "support/DialogDriver.h"
 #include "support/ImportHook.h"
 #include "sysaccess/core/ServiceQueries.h"
 #include "sysaccess/ServiceStartStop.h"
@@ -175,44 +176,44 @@ TEST_F(WaitForServiceStateTest, LeavesTheLastStatusWithTheCaller)
     EXPECT_EQ(m_status.dwWaitHint, 400U);
 }
 
-TEST_F(WaitForServiceStateTest, LooksAtTheMessagesInEveryRound)
-{
-    const auto look = support::HookImport<decltype(PeekMessageA)>(
-        GetModuleHandleA(nullptr), "PeekMessageA", [&](auto, LPMSG, HWND, UINT, UINT, UINT flags) {
-            m_log.Add("Look " + std::to_string(flags));
-            return FALSE;
-        });
-    EXPECT_TRUE(Wait({ServiceState(SERVICE_START_PENDING, 1, 5), ServiceState(SERVICE_START_PENDING, 2, 6),
-                      ServiceState(SERVICE_RUNNING)}));
-    EXPECT_EQ(m_log.CallsOf({"Look", "Sleep"}), (Calls{"Look 0", "Sleep 5", "Look 0", "Sleep 6"}));
-}
+support::CallLog* windowLog = nullptr;
 
-support::CallLog* paintLog = nullptr;
-
-LRESULT CALLBACK LogPaint(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CALLBACK LogMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_PAINT)
-        paintLog->Add("Paint");
+        windowLog->Add("Paint");
+    if (message == WM_APP)
+        windowLog->Add("Message");
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-HWND MakeWindowThatLogsItsPaints(support::CallLog& log)
+HWND MakeWindowWithALog(support::CallLog& log)
 {
     const HWND window = CreateWindowA("STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
                                       GetModuleHandleA(nullptr), nullptr);
     UpdateWindow(window);
-    paintLog = &log;
-    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&LogPaint));
+    windowLog = &log;
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&LogMessage));
     return window;
 }
 
 TEST_F(WaitForServiceStateTest, RepaintsTheWindowBeforeEachSleep)
 {
-    const HWND window = MakeWindowThatLogsItsPaints(m_log);
+    const HWND window = MakeWindowWithALog(m_log);
     EXPECT_TRUE(Wait({ServiceState(SERVICE_STOP_PENDING, 1, 5), ServiceState(SERVICE_STOP_PENDING, 2, 6),
                       ServiceState(SERVICE_STOPPED)},
                      SERVICE_STOPPED, SERVICE_RUNNING, window));
     EXPECT_EQ(m_log.CallsOf({"Paint", "Sleep"}), (Calls{"Paint", "Sleep 5", "Paint", "Sleep 6"}));
+    DestroyWindow(window);
+}
+
+TEST_F(WaitForServiceStateTest, HandlesNoMessageOfAnotherThread)
+{
+    const HWND window = MakeWindowWithALog(m_log);
+    m_clock.OnSleep([&](DWORD) { support::SendFromElsewhere(window, WM_APP); });
+    EXPECT_TRUE(Wait({ServiceState(SERVICE_START_PENDING, 1, 5), ServiceState(SERVICE_START_PENDING, 2, 6),
+                      ServiceState(SERVICE_RUNNING)}));
+    EXPECT_EQ(m_log.CallsOf({"Message", "Sleep"}), (Calls{"Sleep 5", "Sleep 6"}));
     DestroyWindow(window);
 }
 

@@ -161,6 +161,25 @@ TEST_F(SnmpSettingsLoad, TakesTheFlagsForAnAbsentInterval)
     EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0);
 }
 
+TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalForOneThatIsNoNumberWhateverTheFlags)
+{
+    m_machine.hostSnmp.SetDword("SetsEnabled", 4000000);
+    m_machine.hostAgent.SetDword("HostFlags", 4000000);
+    const auto expectTheShortest = [](const char* stored) {
+        EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0) << stored;
+    };
+    m_machine.hostSnmp.SetString("Timeout", "60000");
+    expectTheShortest("a text");
+    m_machine.hostSnmp.SetBinary("Timeout", {0x60, 0xEA, 0, 0});
+    expectTheShortest("four bytes");
+    m_machine.hostSnmp.SetRaw("Timeout", REG_SZ, {});
+    expectTheShortest("no text");
+    m_machine.hostSnmp.SetRaw("Timeout", REG_DWORD, {});
+    expectTheShortest("a number of no bytes");
+    m_machine.hostSnmp.SetRaw("Timeout", REG_DWORD, {0x60, 0xEA});
+    expectTheShortest("a number of two bytes");
+}
+
 TEST_F(SnmpSettingsLoad, TakesTheFlagsBeforeThoseThatAreNoNumberForAnAbsentInterval)
 {
     m_machine.hostSnmp.SetDword("SetsEnabled", 60001);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <optional>
+#include <tuple>
 
 namespace {
 
@@ -158,5 +159,55 @@ TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenItIsGoneAndIsNotMade)
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEachWrite, MissingKey, testing::Range(std::size_t{0}, std::size_t{13}));
+
+// --- the exception trap between its two writes
+
+constexpr char trapDebugger[] = "vtndbg -p %ld -e %ld -g";
+constexpr char otherDebugger[] = "drwtsn32 -p %ld -e %ld -g";
+
+// Switching the trap on (1) or off (0), and the write that is refused: of the server role, then of one
+// debugger and of the other.
+class RefusedSwitch : public testing::TestWithParam<std::tuple<BOOL, int>>
+{
+  protected:
+    RefusedSwitch()
+    {
+        m_machine.activeDebugger.SetString("Debugger", IsOn() ? otherDebugger : trapDebugger);
+        m_machine.parkedDebugger.SetString("Debugger", IsOn() ? trapDebugger : otherDebugger);
+    }
+
+    static BOOL IsOn() { return std::get<0>(GetParam()); }
+
+    static void Switch()
+    {
+        SnmpSettings settings = LoadSnmpSettings();
+        settings.exceptionTrap = IsOn();
+        settings.Save(ExceptionTrapChanged);
+    }
+
+    [[nodiscard]] bool Holds(const support::TestKey& key, const std::string& debugger) const
+    {
+        return key.Value("Debugger") == Text(debugger);
+    }
+
+    SnmpMachine m_machine;
+};
+
+TEST_P(RefusedSwitch, LosesNoDebuggerAndSucceedsWithTheNextTry)
+{
+    {
+        const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(
+            GetModuleHandleA(nullptr), std::get<1>(GetParam()), ERROR_ACCESS_DENIED);
+        EXPECT_TRUE(IsRefused(Switch));
+    }
+    EXPECT_TRUE(Holds(m_machine.activeDebugger, otherDebugger) ||
+                Holds(m_machine.parkedDebugger, otherDebugger));
+    Switch();
+    support::ExpectString(m_machine.activeDebugger, "Debugger", IsOn() ? trapDebugger : otherDebugger);
+    support::ExpectString(m_machine.parkedDebugger, "Debugger", IsOn() ? otherDebugger : trapDebugger);
+}
+
+INSTANTIATE_TEST_SUITE_P(OnAndOff, RefusedSwitch,
+                         testing::Combine(testing::Values(TRUE, FALSE), testing::Values(1, 2, 3)));
 
 } // namespace

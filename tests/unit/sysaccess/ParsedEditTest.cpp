@@ -221,8 +221,8 @@ TEST_F(ParsedEdit, TakesNothingBeforeItIsToldWhat)
 TEST_F(ParsedEdit, TakesACodeBeyondOneByteForNoLetter)
 {
     Filter(CC_DIGIT | CC_LETTER | CC_LISTED, "_");
-    m_edit.SendMessage(WM_CHAR, 0x100 + 'a', 1);
-    m_edit.SendMessage(WM_CHAR, 0x100 + '_', 1);
+    SendMessageW(m_control, WM_CHAR, 0x100 + 'a', 1);
+    SendMessageW(m_control, WM_CHAR, 0x100 + '_', 1);
     EXPECT_EQ(m_parent.m_refusals, 2);
 }
 
