@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sysaccess/core/AgentRestart.h"
+#include "sysaccess/ServiceStartStop.h"
 
 #include <windows.h>
 
