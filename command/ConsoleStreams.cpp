@@ -56,8 +56,9 @@ std::string ConsoleStreams::ReadInput()
 
 std::string ConsoleStreams::ReadFile(const std::string& name)
 {
-    const UniqueFile file = OwnFile(CreateFileW(Widen(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const UniqueObject file =
+        OwnUnlessInvalid(CreateFileW(Widen(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
         FailStream(name, "opened");
     return ReadAll(file.Get(), name);

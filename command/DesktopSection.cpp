@@ -29,9 +29,9 @@ constexpr std::array<Member<DesktopManagement>, 2> desktopMembers = {{
 // Whether a file could be opened or made, as far as that shows without making it.
 bool CouldBeOpened(const std::string& path)
 {
-    const UniqueFile file =
-        OwnFile(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const UniqueObject file =
+        OwnUnlessInvalid(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     return file || GetLastError() == ERROR_FILE_NOT_FOUND;
 }
 
@@ -102,8 +102,8 @@ void DesktopSection::Save()
     // What is taken back is taken back where it was put in.
     if (!m_settings.isOn)
         saved.scriptPath = m_loaded.scriptPath;
-    DWORD changes = DESKTOP_SCRIPT;
+    DWORD changes = ScriptChanged;
     if (IsSwitched())
-        changes |= DESKTOP_SWITCHED;
+        changes |= SwitchChanged;
     saved.Save(changes);
 }

@@ -22,7 +22,7 @@ constexpr std::array<Member<StorageSettings>, 4> storageMembers = {{
     FeatureMember<2>("sasTapeSupport", "The SAS agent looks for tapes."),
     FeatureMember<3>("quentaPerformanceMonitoring", "The Quenta Array agent monitors performance."),
 }};
-static_assert(storageMembers.size() == storageFeatureCount);
+static_assert(storageMembers.size() == storageFeatures.size());
 
 } // namespace
 

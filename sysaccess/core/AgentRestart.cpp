@@ -1,16 +1,10 @@
 // Order and restart of the agents' services; see the header.
 #include "sysaccess/core/AgentRestart.h"
 
-#include "sysaccess/core/AgentServices.h"
+#include "sysaccess/core/AgentNames.h"
 
 #include <algorithm>
 #include <iterator>
-
-namespace {
-
-constexpr char webAgentService[] = "VtnWebWmi";
-
-} // namespace
 
 AgentServiceChain::AgentServiceChain()
 {
@@ -21,8 +15,8 @@ AgentServiceChain::AgentServiceChain()
         return UniqueServiceHandle(OpenServiceA(manager.Get(), name, SERVICE_ALL_ACCESS));
     };
     m_snmp = open(snmpServiceName);
-    m_host = open(agentServices.front().name);
-    m_webAgent = open(webAgentService);
+    m_host = open(hostServiceName);
+    m_webAgent = open(webAgentServiceName);
     m_hasWebAgent = CanTakePart(m_webAgent.Get());
 }
 
@@ -38,7 +32,7 @@ void AgentServiceChain::ListServices()
     // When there is no list of dependents, SNMP itself is still worth the restart.
     GetDependentServices(snmpServiceName, dependents);
     if (m_hasWebAgent)
-        m_services.emplace_back(webAgentService);
+        m_services.emplace_back(webAgentServiceName);
     std::ranges::move(dependents, std::back_inserter(m_services));
     m_services.emplace_back(snmpServiceName);
 }

@@ -94,7 +94,7 @@ TEST_F(DelayLoad, FindsNoScriptDirectoryWithoutTheLibraryOfShares)
     m_machine.productOptions.SetString("ProductType", "LanmanNT");
     const LoadedLibraries loaded(m_host.Module(), "netapi32.dll");
     m_host.Open();
-    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_CLIENT_SCRIPT), "\\LOGIN.BAT");
+    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_DESKTOP_SCRIPT), "\\LOGIN.BAT");
     m_host.PressCancel();
     EXPECT_FALSE(loaded.Ending("netapi32.dll").empty());
 }
@@ -106,8 +106,8 @@ TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
     const LoadedLibraries loaded(m_host.Module(), "comdlg32.dll");
     m_host.Open();
     const support::DialogDriver page = m_host.Page("Desktop Mgmt");
-    page.Click(IDC_CLIENT_BROWSE);
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "C:\\LOGIN.BAT");
+    page.Click(IDC_DESKTOP_BROWSE);
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), "C:\\LOGIN.BAT");
     EXPECT_FALSE(loaded.Ending("comdlg32.dll").empty());
     m_host.PressCancel();
 }

@@ -243,7 +243,7 @@ const std::vector<Change>& Changes()
         Option("nvbackup.exe", IDC_PROCMON_NONE, R"({"processMonitor":{"nvbackup.exe":"none"}})"),
         Option("services.exe", IDC_PROCMON_NONE, R"({"processMonitor":{"services.exe":"none"}})"),
         Option("explorer.exe", IDC_PROCMON_STOP, R"({"processMonitor":{"Explorer.exe":"stop"}})"),
-        {"Desktop Mgmt", [](const DialogDriver& page) { page.Check(IDC_CLIENT_ENABLE); },
+        {"Desktop Mgmt", [](const DialogDriver& page) { page.Check(IDC_DESKTOP_ENABLE); },
          R"({"desktopManagement":{"enabled":true}})"},
         Box("Remote Lumora", IDC_BOARD_BATTERY, R"({"board":{"battery":false}})"),
         Box("Remote Lumora", IDC_BOARD_REMOTE_ALERTING, R"({"board":{"remoteAlerting":false}})"),
