@@ -7,6 +7,7 @@
 // What is to be done.
 struct Arguments
 {
+    // The commands of the program.
     enum class Command
     {
         Get,

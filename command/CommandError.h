@@ -17,6 +17,7 @@ enum class ExitCode
 class CommandError : public std::runtime_error
 {
   public:
+    // The program ends with `code`.
     CommandError(ExitCode code, const std::string& text)
         : std::runtime_error(text), m_code(code), m_text(text)
     {

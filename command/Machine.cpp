@@ -147,15 +147,17 @@ void Machine::SaveSections()
 }
 
 std::string Machine::WrittenSoFar() const
-try {
+{
     Machine now;
-    now.Load();
+    try {
+        now.Load();
+    } catch (const CommandError&) {
+        return " What had been written before cannot be read; run 'vtncfg get'.";
+    }
     std::vector<std::string> paths;
     for (const MemberChange& change : ChangesBetween("", m_loaded, now.m_loaded, nullptr))
         paths.push_back(change.path);
     return paths.empty() ? " Nothing had been written before." : " Written before: " + Listed(paths) + ".";
-} catch (const CommandError&) {
-    return " What had been written before cannot be read; run 'vtncfg get'.";
 }
 
 Json ChangedSections(const std::vector<MemberChange>& changes)

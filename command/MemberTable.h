@@ -42,11 +42,13 @@ template <typename Settings>
 class TableSection : public Section
 {
   public:
+    // `members` must live as long as the section.
     TableSection(const char* name, const char* description, std::span<const Member<Settings>> members)
         : Section(name), m_description(description), m_members(members)
     {
     }
 
+    // An object with the members of the table.
     [[nodiscard]] Json Schema() const override
     {
         Json members = Json::object();
@@ -55,6 +57,7 @@ class TableSection : public Section
         return ObjectSchema(m_description, std::move(members));
     }
 
+    // All members that this machine has.
     [[nodiscard]] Json Show() const override
     {
         Json shown = Json::object();
@@ -66,6 +69,7 @@ class TableSection : public Section
         return shown;
     }
 
+    // Takes over those that differ from what is shown; others may be what the rules do not allow any more.
     void Take(const Json& wanted) override
     {
         RequireObject(wanted, Name());

@@ -10,6 +10,7 @@
 class Section
 {
   public:
+    // `name` is the member's.
     explicit Section(const char* name) : m_name(name) {}
     virtual ~Section() = default;
     Section(const Section&) = delete;

@@ -13,6 +13,7 @@
 class ServiceDialogs : public AgentRestartView
 {
   public:
+    // Keeps both until the end of the procedure.
     ServiceDialogs(HWND owner, PleaseWaitSlot& pleaseWait) : m_owner(owner), m_pleaseWait(pleaseWait) {}
 
     void OnStarting(const std::string& displayName) override;

@@ -1,6 +1,8 @@
 // The restart without windows: the same services, order and pauses, in lines.
 #include "CommandMachine.h"
 
+#include <array>
+
 namespace {
 
 using support::ServiceState;
@@ -69,8 +71,8 @@ TEST_F(RestartCommand, NamesTheServiceThatFailsAndGoesOn)
 
 TEST_F(RestartCommand, LeavesAgentsAloneThatCannotBeControlled)
 {
-    for (const int state : {SERVICE_START_PENDING, SERVICE_STOP_PENDING, 8}) {
-        AddAgents(static_cast<DWORD>(state));
+    for (const DWORD state : std::array<DWORD, 3>{SERVICE_START_PENDING, SERVICE_STOP_PENDING, 8}) {
+        AddAgents(state);
         EXPECT_EQ(Run({"restart"}).code, ExitCode::Failed);
     }
     EXPECT_EQ(Actions(), Calls());
