@@ -22,6 +22,7 @@ put_files() {
 put_product() {
   put "$BUILT/vtnmgmt.cpl" "$WINDOWS/system32/vtnmgmt.cpl"
   put "$BUILT/vthstutl.dll" "$WINDOWS/system32/vthstutl.dll"
+  put "$BUILT/vtncfg.exe" "$WINDOWS/system32/vtncfg.exe"
   put "$BUILT/vtnmgmt.chm" "$AGENTS/vtmghost/vtnmgmt.chm"
   put "$BUILT/vtnmgmt_jpn.chm" "$AGENTS/vtmghost/vtnmgmt_jpn.chm"
 }
@@ -89,6 +90,12 @@ stop_receiving_traps() {
 # of the stand-in, which is put before Wine's own library.
 open_applet() {
   WINEDLLOVERRIDES="$WINEDLLOVERRIDES;netapi32=n,b" wine 'C:\norvale\ControlPanel.exe' 'C:\windows\system32\vtnmgmt.cpl' "$@"
+}
+
+# open_prompt: a command prompt of the machine, for vtncfg; on the caller's terminal, or with the caller's input.
+open_prompt() {
+  cd "$WINEPREFIX/drive_c" || return
+  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;netapi32=n,b" wine cmd
 }
 
 # save_sheet FILE GEOMETRY: a picture of the sheet.
