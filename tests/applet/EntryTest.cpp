@@ -1,6 +1,6 @@
 // The library's entry: the Control Panel's messages and what they answer.
 #include "applet/AppletTest.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <array>
 #include <cpl.h>

@@ -1,7 +1,7 @@
 // Help: the Help button, F1, the help file of each language, and a system without HTML Help.
 #include "applet/AppletTest.h"
+#include "imports/ImportHook.h"
 #include "resources/resource.h"
-#include "support/ImportHook.h"
 
 #include <cstring>
 #include <htmlhelp.h>

@@ -1,6 +1,6 @@
 // What an opening of the sheet leaves behind: nothing, however it ends.
 #include "applet/AppletTest.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "support/ResourceCount.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // What the Process Monitor page lists when it is shown, and how.
 #include "applet/ProcMonPageTest.h"
-#include "support/HostAgent.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
+#include "machine/HostAgent.h"
 #include "support/RegistryCalls.h"
 
 #include <algorithm>

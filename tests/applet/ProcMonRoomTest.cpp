@@ -1,7 +1,7 @@
 // A list box that has no room for another line: nothing is lost of what the Process Monitor page lists and
 // what is stored.
 #include "applet/ProcMonPageTest.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <prsht.h>
 

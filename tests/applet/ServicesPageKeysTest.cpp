@@ -1,7 +1,7 @@
 // The Services page with the keyboard alone.
 #include "applet/ServicesPageTest.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <random>
 

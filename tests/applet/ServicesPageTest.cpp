@@ -1,8 +1,8 @@
 // The Services page through its window: the two lists, and moving agents with the mouse.
 #include "applet/ServicesPageTest.h"
 
+#include "imports/ImportHook.h"
 #include "support/HelpRecorder.h"
-#include "support/ImportHook.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The sheet from the keyboard: pages, buttons, and help on each page.
 #include "applet/AppletTest.h"
+#include "machine/BoardScript.h"
 #include "resources/resource.h"
-#include "support/BoardScript.h"
 
 #include <commctrl.h>
 

@@ -1,7 +1,7 @@
 // One opening of the sheet: title, tabs, buttons, how it ends, and what it leaves behind.
 #include "applet/AppletTest.h"
+#include "imports/ImportHook.h"
 #include "resources/resource.h"
-#include "support/ImportHook.h"
 
 #include <commctrl.h>
 #include <cpl.h>

@@ -1,6 +1,6 @@
 // The SNMP Settings page's test trap button.
 #include "applet/SnmpActions.h"
-#include "support/HostAgent.h"
+#include "machine/HostAgent.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Characters beyond ASCII, typed: queued as keys leave them and fetched by the sheet's own loop. The texts
 // are those of the system's code page; CTest runs these tests on a Western system and on a Japanese one.
 #include "applet/AppletTest.h"
+#include "machine/TaskListScript.h"
 #include "resources/resource.h"
 #include "support/ShareScript.h"
-#include "support/TaskListScript.h"
 
 #include <cstdlib>
 

@@ -2,8 +2,8 @@
 // tells. For everything that waits.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
-#include "support/ImportHook.h"
 
 #include <functional>
 #include <mutex>

@@ -1,7 +1,7 @@
 // Stands in for HTML Help: keeps the requests of a module instead of opening help windows.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <mutex>
 #include <string>

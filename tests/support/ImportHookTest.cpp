@@ -1,5 +1,5 @@
 // The import-table hook itself, on this program's own imports.
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <gtest/gtest.h>
 

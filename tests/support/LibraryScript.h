@@ -2,7 +2,7 @@
 // in it. For everything that the product asks of libraries that other programs install.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <map>
 #include <mutex>

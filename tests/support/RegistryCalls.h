@@ -2,8 +2,8 @@
 // closes them. The calls themselves reach the registry.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
-#include "support/ImportHook.h"
 
 #include <map>
 #include <mutex>

@@ -1,8 +1,8 @@
 // Counts what this process holds of Windows, for tests of leaks: take a count, do the thing, and compare.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/Expect.h"
-#include "support/ImportHook.h"
 
 #include <atomic>
 #include <iosfwd>

@@ -3,8 +3,8 @@
 // failures no real service shows to the letter.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
-#include "support/ImportHook.h"
 
 #include <deque>
 #include <map>

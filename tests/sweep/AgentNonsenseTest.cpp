@@ -1,7 +1,7 @@
 // Libraries that other programs install, and that answer what makes no sense: counts below zero, names
 // without an end, nothing at all. The sheet must show its pages and close all the same.
+#include "machine/SweepMachine.h"
 #include "resources/resource.h"
-#include "sweep/SweepMachine.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 // Lets every call of Windows that can fail do so, one at a time, in everything that the applet does, and
 // looks whether the user is told what must be told and nothing is lost or left behind. A sample runs each
 // time; all cases with VTN_THOROUGH in the environment.
+#include "machine/WatchedImports.h"
 #include "resources/resource.h"
 #include "sweep/Expectation.h"
-#include "sweep/WatchedImports.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -2,9 +2,9 @@
 // sheet must open all the same, show the default for what is of no use, and save nothing but its own
 // settings. A sample runs each time; all inputs with VTN_THOROUGH in the environment. The values of the Event
 // Log page, which no sheet shows, have the same in EventPageInputTest.
+#include "machine/SweepMachine.h"
 #include "resources/resource.h"
 #include "support/StoredInputs.h"
-#include "sweep/SweepMachine.h"
 
 #include <algorithm>
 #include <cstdio>

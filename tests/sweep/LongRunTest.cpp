@@ -1,7 +1,7 @@
 // The sheet opened, looked through and closed again and again in one process: it must not hold more of
 // anything at the end. 20 times each time; 1,000 times with VTN_THOROUGH in the environment.
+#include "machine/SweepMachine.h"
 #include "support/ResourceCount.h"
-#include "sweep/SweepMachine.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,10 +1,10 @@
 // The rules of the sheet with six pages made for the test: tabs, order of saving, changes, help.
 #include "applet/SheetAssembly.h"
 
+#include "imports/ImportHook.h"
 #include "pages/core/BoardLibrary.h"
 #include "resources/resource.h"
 #include "support/HelpRecorder.h"
-#include "support/ImportHook.h"
 #include "support/TestRegistry.h"
 
 #include <cstring>

@@ -1,7 +1,7 @@
 // What desktop management finds when the page is opened.
 #include "TestDomain.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 namespace {

@@ -2,8 +2,8 @@
 // can run.
 #include "desktop/core/LoginScript.h"
 
+#include "imports/ImportHook.h"
 #include "ScriptTexts.h"
-#include "support/ImportHook.h"
 #include "support/TestDirectory.h"
 #include "sysaccess/core/ConfigurationError.h"
 

@@ -2,7 +2,7 @@
 // thread sends are handled without the loop's getting one.
 #include "SheetFixture.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <thread>
 

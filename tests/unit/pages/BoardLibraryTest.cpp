@@ -1,7 +1,7 @@
 // Calls of the board library and the reset of the board.
 #include "pages/core/BoardLibrary.h"
 
-#include "support/BoardScript.h"
+#include "machine/BoardScript.h"
 #include "support/FakeClock.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The storage agents' switches on the real registry.
 #include "pages/core/StorageSettings.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "support/TestRegistry.h"
 #include "sysaccess/core/ConfigurationError.h"
 

@@ -1,9 +1,9 @@
 // The names of the running processes, as the page asks the host utility library for them.
 #include "pages/core/TaskList.h"
 
+#include "imports/ImportHook.h"
+#include "machine/TaskListScript.h"
 #include "support/CodePage932.h"
-#include "support/ImportHook.h"
-#include "support/TaskListScript.h"
 
 #include <gtest/gtest.h>
 

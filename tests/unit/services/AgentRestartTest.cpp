@@ -1,7 +1,7 @@
 // The restart of the agents: what is asked and told, and in which order services stop and start.
 #include "sysaccess/AgentRestart.h"
+#include "imports/ImportHook.h"
 #include "ScriptedMachine.h"
-#include "support/ImportHook.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The please-wait dialog: its text, how long it stays, and that it is painted while its thread is busy.
 #include "sysaccess/PleaseWaitDlg.h"
+#include "imports/ImportHook.h"
 #include "support/DialogDriver.h"
 #include "support/FakeClock.h"
-#include "support/ImportHook.h"
 
 #include <gtest/gtest.h>
 

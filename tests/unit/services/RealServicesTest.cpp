@@ -1,9 +1,9 @@
 // The same against services that really start, stop, hang and fail.
 #include "RealServices.h"
+#include "imports/ImportHook.h"
 #include "resources/resource.h"
 #include "support/DialogDriver.h"
 #include "support/FakeClock.h"
-#include "support/ImportHook.h"
 #include "support/MessageBoxScript.h"
 #include "sysaccess/AgentRestart.h"
 

@@ -1,9 +1,9 @@
 // Starting and stopping one service: what is left alone, what the user sees and is told.
 #include "sysaccess/ServiceStartStop.h"
+#include "imports/ImportHook.h"
 #include "resources/resource.h"
 #include "ScriptedMachine.h"
 #include "support/DialogDriver.h"
-#include "support/ImportHook.h"
 
 #include <set>
 

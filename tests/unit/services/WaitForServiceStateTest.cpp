@@ -1,7 +1,7 @@
 // How often, how long and for whom the wait for a service looks at it.
+#include "imports/ImportHook.h"
 #include "ScriptedMachine.h"
 #include "support/DialogDriver.h"
-#include "support/ImportHook.h"
 #include "sysaccess/core/ServiceQueries.h"
 #include "sysaccess/ServiceStartStop.h"
 

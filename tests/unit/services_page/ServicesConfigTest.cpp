@@ -1,7 +1,7 @@
 // What the service manager is told when the agent services' settings are saved. A script stands in for it and
 // writes down what it is asked for.
+#include "imports/ImportHook.h"
 #include "ServicesSettingsTest.h"
-#include "support/ImportHook.h"
 #include "support/RegistryCalls.h"
 #include "support/ServiceScript.h"
 

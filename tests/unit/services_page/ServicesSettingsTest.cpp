@@ -1,8 +1,8 @@
 // Loading the agent services' settings, and saving them to the registry, Wine's own.
 #include "ServicesSettingsTest.h"
 
+#include "imports/ImportHook.h"
 #include "RefuseToOpen.h"
-#include "support/ImportHook.h"
 #include "support/ServiceScript.h"
 #include "sysaccess/core/ConfigurationError.h"
 

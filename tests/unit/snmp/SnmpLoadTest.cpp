@@ -1,5 +1,5 @@
 // What the SNMP Settings page finds in the registry, good values and bad ones.
-#include "SnmpMachine.h"
+#include "machine/SnmpMachine.h"
 
 #include <gtest/gtest.h>
 

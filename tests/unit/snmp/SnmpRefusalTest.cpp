@@ -1,5 +1,5 @@
 // What becomes of a save of the SNMP Settings page when the registry refuses a part of it.
-#include "SnmpMachine.h"
+#include "machine/SnmpMachine.h"
 #include "support/FailNth.h"
 #include "support/RegistryCalls.h"
 

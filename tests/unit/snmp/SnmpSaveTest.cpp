@@ -1,5 +1,5 @@
 // What the SNMP Settings page writes.
-#include "SnmpMachine.h"
+#include "machine/SnmpMachine.h"
 
 #include <array>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // The test trap, with a real mutex and a library in the host agent's place.
 #include "pages/core/TestTrap.h"
 
+#include "imports/ImportHook.h"
+#include "machine/HostAgent.h"
 #include "support/FailNth.h"
-#include "support/HostAgent.h"
-#include "support/ImportHook.h"
 #include "support/RegistryCalls.h"
 #include "support/ServiceScript.h"
 #include "support/TestRegistry.h"

@@ -1,7 +1,7 @@
 // The deletion of the thresholds, and what counts as their being cleared.
 #include "pages/core/Thresholds.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "support/TestRegistry.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // The filtered edit control, with keys typed into a real edit.
 #include "sysaccess/ParsedEdit.h"
 
+#include "imports/ImportHook.h"
 #include "support/Clipboard.h"
-#include "support/ImportHook.h"
 
 #include <gtest/gtest.h>
 #include <ostream>

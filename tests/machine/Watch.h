@@ -2,8 +2,8 @@
 // that it is told to. WatchedImports.h makes one of these for each function.
 #pragma once
 
+#include "machine/CallRecorder.h"
 #include "support/FailNth.h"
-#include "sweep/CallRecorder.h"
 
 #include <initializer_list>
 #include <string>
