@@ -2,6 +2,8 @@
 // The watches of WatchedImports.h report here; the sweep compares what they reported.
 #pragma once
 
+#include "support/Mutex.h"
+
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -63,7 +65,7 @@ class CallRecorder
     [[nodiscard]] std::map<const void*, std::string> OpenHandles() const;
 
   private:
-    mutable std::mutex m_mutex;
+    mutable support::Mutex m_mutex;
     std::vector<Call> m_calls;
     std::map<const void*, std::string> m_open;
     std::function<void()> m_look;

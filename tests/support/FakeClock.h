@@ -4,6 +4,7 @@
 
 #include "imports/ImportHook.h"
 #include "support/CallLog.h"
+#include "support/Mutex.h"
 
 #include <functional>
 #include <mutex>
@@ -33,7 +34,7 @@ class FakeClock
     static void WINAPI PassTime(DWORD milliseconds);
     static DWORD WINAPI Ticks();
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     DWORD m_ticks;
     std::vector<DWORD> m_sleeps;
     std::function<void(DWORD)> m_action;

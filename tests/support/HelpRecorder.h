@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imports/ImportHook.h"
+#include "support/Mutex.h"
 
 #include <mutex>
 #include <string>
@@ -47,7 +48,7 @@ class HelpRecorder
     static FARPROC WINAPI FindEntry(HMODULE library, LPCSTR name);
     static HWND WINAPI Show(HWND owner, LPCSTR file, UINT command, DWORD_PTR topic);
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::vector<HelpRequest> m_requests;
     std::vector<std::string> m_libraries;
     bool m_hasLibrary = true;

@@ -4,6 +4,7 @@
 
 #include "imports/ImportHook.h"
 #include "support/CallLog.h"
+#include "support/Mutex.h"
 
 #include <map>
 #include <mutex>
@@ -51,7 +52,7 @@ class RegistryCalls
     [[nodiscard]] std::string PathOf(HKEY key) const;
     [[nodiscard]] std::string PathOf(HKEY key, LPCSTR subkey) const;
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::map<HKEY, std::string> m_openKeys;
     CallLog m_ownLog;
     CallLog* m_log;

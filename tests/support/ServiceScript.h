@@ -5,6 +5,7 @@
 
 #include "imports/ImportHook.h"
 #include "support/CallLog.h"
+#include "support/Mutex.h"
 
 #include <deque>
 #include <map>
@@ -110,7 +111,7 @@ class ServiceScript
     [[nodiscard]] std::string DisplayName(const std::string& name) const;
     [[nodiscard]] SERVICE_STATUS Status(const std::string& name) const;
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::map<std::string, ScriptedService> m_services;
     std::vector<Opened> m_opened;
     std::vector<Failure> m_failures;
