@@ -17,7 +17,7 @@ constexpr const char* servicesKey = "SYSTEM\\CurrentControlSet\\Services";
 constexpr DWORD nameSize = 257;    // of a service, with its zero
 constexpr DWORD configSize = 8192; // the largest that the service manager answers
 
-// The name of an opened service, which its handle tells by way of the display name; empty when it does not.
+// The name of an opened service, which is found by way of the display name; empty when it is not.
 std::string NameOf(SC_HANDLE service)
 {
     std::vector<BYTE> buffer(configSize);

@@ -66,7 +66,7 @@ TEST_F(DelayLoad, LoadsTheVersionLibraryFromTheSystemDirectoryOnce)
     EXPECT_EQ(loaded.Ending("version.dll"), std::vector{InSystemDirectory("version.dll")});
 }
 
-TEST_F(DelayLoad, NeedsNoFileDialogAndNoSharesOnAMemberServer)
+TEST_F(DelayLoad, LoadsNoDelayedLibraryOnAMemberServer)
 {
     m_machine.hostAgent.SetString("ClientIni", "C:\\LOGIN.BAT");
     const LoadedLibraries loaded(m_host.Module());
@@ -76,7 +76,7 @@ TEST_F(DelayLoad, NeedsNoFileDialogAndNoSharesOnAMemberServer)
     EXPECT_TRUE(loaded.Ending("netapi32.dll").empty());
 }
 
-TEST_F(DelayLoad, ShowsItsTitleWithoutAVersionWhereTheVersionCannotBeRead)
+TEST_F(DelayLoad, ShowsATitleWithoutAnUnreadableVersion)
 {
     const LoadedLibraries loaded(m_host.Module(), "version.dll");
     m_host.Open();
@@ -95,7 +95,7 @@ TEST_F(DelayLoad, FindsNoScriptDirectoryWithoutTheLibraryOfShares)
     EXPECT_FALSE(loaded.Ending("netapi32.dll").empty());
 }
 
-TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
+TEST_F(DelayLoad, KeepsThePathWithoutAFileDialog)
 {
     m_machine.productOptions.SetString("ProductType", "LanmanNT");
     m_machine.hostAgent.SetString("ClientIni", "C:\\LOGIN.BAT");

@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, HeldKey, testing::Values(VK_SHIFT, VK_CONTROL));
 class HelpInARefusal : public testing::Test
 {
   protected:
-    // Presses F1 and then Enter in the box that tells of a refusal, and returns the windows that were asked
+    // Presses F1 and then Enter in the box that reports a refusal, and returns the windows that were asked
     // for help.
     std::vector<HWND> WindowsAskedForHelp()
     {
@@ -132,7 +132,7 @@ TEST_F(Help, LoadsHtmlHelpOnFirstUseAndKeepsIt)
     m_host.PressCancel();
 }
 
-TEST_F(Help, LooksFirstWhereHtmlHelpIsRegisteredThenForTheUsualLibrary)
+TEST_F(Help, PrefersTheRegisteredLibrary)
 {
     auto registered = support::HookImport<decltype(RegGetValueA)>(
         m_host.Module(), "RegGetValueA",
@@ -157,7 +157,7 @@ TEST_F(Help, WithoutTheRegisteredLibraryLooksForTheUsualOne)
     m_host.PressCancel();
 }
 
-TEST_F(Help, ALibraryThatWasNotFoundIsNotLookedForAgain)
+TEST_F(Help, DoesNotLookTwiceForAMissingLibrary)
 {
     m_help.RemoveLibrary();
     m_host.Open();
@@ -170,7 +170,7 @@ TEST_F(Help, ALibraryThatWasNotFoundIsNotLookedForAgain)
     m_host.PressCancel();
 }
 
-TEST_F(Help, AnEntryThatWasNotFoundIsNotLookedForAgain)
+TEST_F(Help, DoesNotLookTwiceForAMissingEntry)
 {
     m_help.RemoveEntry();
     m_host.Open();

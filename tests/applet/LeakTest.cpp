@@ -120,7 +120,7 @@ TEST_F(Leak, MessagesThatOpenNothingLeaveNothing)
     });
 }
 
-TEST_F(Leak, EachInitFreesTheHelpPathOfTheLastOne)
+TEST_F(Leak, EachInitFreesTheLastHelpPath)
 {
     std::vector<void*> copies;
     auto copy = support::HookImport<decltype(_strdup)>(m_host.Module(), "_strdup",

@@ -52,7 +52,7 @@ class TypedText : public AppletTest
     support::ShareScript m_shares{m_host.Module()};
 };
 
-TEST_F(TypedText, HasTheCodePageThatTheTestIsRunFor)
+TEST_F(TypedText, HasTheCodePageOfTheRun)
 {
     const char* const wanted = std::getenv("VTN_TEST_CODE_PAGE");
     EXPECT_EQ(std::to_string(GetACP()), wanted == nullptr ? "1252" : wanted);

@@ -38,7 +38,7 @@ class CallRecorder
     // From now on calls are kept, and number `failing` (from 1) of them fails with `code`; none for 0. With
     // `from`, the first call of that function is number 1; with `until`, the first of that one is the last.
     void Arm(std::size_t failing, DWORD code, const char* from = nullptr, const char* until = nullptr);
-    // From now on calls pass and are not kept; what they open and close is still told.
+    // From now on calls pass and are not kept; what they open and close is still noted.
     void Disarm();
 
     // `look` is called after each call that changes something, on the thread that made it.

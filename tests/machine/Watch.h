@@ -1,5 +1,5 @@
 // Stands before one imported function of the applet: reports each call to a CallRecorder and fails the one
-// that it is told to. WatchedImports.h makes one of these for each function.
+// that the recorder names. WatchedImports.h makes one of these for each function.
 #pragma once
 
 #include "machine/CallRecorder.h"
@@ -99,7 +99,7 @@ class Watch<name, Result(Arguments...), says, role, codes...>
         CallRecorder& recorder = self.m_recorder;
         const std::string place = Joined({Describe(recorder, arguments)...});
         const bool fails = recorder.Begin({Name(), place, role});
-        // A closing that fails has closed all the same: no other call could tell what was open.
+        // A closing that fails has closed all the same: no other call could show what was open.
         if (fails && role != Role::Closes)
             return Fail(recorder);
         const Result result = self.m_import.template Original<Result(Arguments...)>()(arguments...);

@@ -1,5 +1,5 @@
 // A clock that the tests turn: a module's Sleep returns at once and moves the time that its GetTickCount
-// tells. For everything that waits.
+// returns. For everything that waits.
 #pragma once
 
 #include "imports/ImportHook.h"

@@ -42,7 +42,7 @@ TEST(ImportHook, RefusesALambdaExpressionThatIsActive)
     EXPECT_THROW(auto second = hook("GetCurrentProcessId"), std::logic_error);
 }
 
-TEST(ReplacedImport, LeavesAModuleAloneThatDoesNotImportTheFunction)
+TEST(ReplacedImport, LeavesAModuleWithoutTheImport)
 {
     const support::ReplacedImport none(GetModuleHandleA(nullptr), "NoSuchFunction", &Ticks);
     EXPECT_FALSE(none.IsImported());

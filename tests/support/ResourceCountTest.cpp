@@ -105,7 +105,7 @@ TEST(ResourceCount, FailsATestThatLeaks)
     ExpectNoLeak(before);
 }
 
-TEST(ResourceCount, FindsNoLeakInASheetThatIsOpenedAgain)
+TEST(ResourceCount, FindsNoLeakInAReopenedSheet)
 {
     support::AppletHost host(support::BesideThisProgram("sample.cpl"));
     const auto openAndCancel = [&] {
@@ -120,7 +120,7 @@ TEST(ResourceCount, FindsNoLeakInASheetThatIsOpenedAgain)
     ExpectNoLeak(before);
 }
 
-TEST(ResourceCount, FindsNoLeakInAnAppletThatIsLoadedAgain)
+TEST(ResourceCount, FindsNoLeakInAReloadedApplet)
 {
     const auto loadAndUnload = [] {
         const support::AppletHost host(support::BesideThisProgram("sample.cpl"));

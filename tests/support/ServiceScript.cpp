@@ -328,7 +328,7 @@ BOOL ServiceScript::Control(SC_HANDLE handle, DWORD control, LPSERVICE_STATUS st
     const DWORD error = self.StopError(*service);
     if (error == ERROR_SUCCESS)
         service->states = service->afterStop;
-    // Windows tells the state also when it refuses; it is not used up by that.
+    // Windows returns the state also when it refuses; it is not used up by that.
     *status = service->states.front();
     return error == ERROR_SUCCESS ? TRUE : Refuse(error, FALSE);
 }

@@ -41,7 +41,7 @@ Answer AskForHelp(std::size_t failing, DWORD code)
 }
 
 // Only the entry has no other place to look for it.
-TEST(HelpFault, IsAnsweredFromTheUsualLibraryUnlessItsEntryIsMissing)
+TEST(HelpFault, FallsBackToTheUsualLibrary)
 {
     const Answer reference = AskForHelp(0, 0);
     ASSERT_EQ(reference.shown, 1U);

@@ -23,7 +23,7 @@ constexpr std::size_t shareInputs = 4; // of the list of shares
 
 constexpr DWORD anyType = 0xFFFFFFFF; // it counts that the value is there
 
-// The system that the applet is told it runs on.
+// The system on which the applet believes to run.
 enum class System
 {
     Today,
@@ -180,7 +180,7 @@ class InputSweep : public testing::Test
 {
   protected:
     // Opens the sheet with the value stored, or absent, presses the button, if any, and OK; what the page
-    // looked like and what the button told.
+    // looked like and what the button reported.
     std::string Show(const StoredSetting& setting, const Input* input)
     {
         const InputMachine machine(m_subject, setting.system, std::string(setting.value) == "ExportPath");
@@ -190,11 +190,11 @@ class InputSweep : public testing::Test
         std::string look = LookOf(m_subject.host, setting.tab);
         if (setting.button != 0)
             m_subject.host.Page(setting.tab).Click(setting.button);
-        const std::vector<std::string> told = machine.UserTexts();
-        for (const std::string& text : told)
+        const std::vector<std::string> reports = machine.UserTexts();
+        for (const std::string& text : reports)
             look += text.substr(0, text.find('\n'));
-        EXPECT_EQ(told.size(), setting.button != 0 ? 1U : 0U);
-        Save(setting, machine, told.size());
+        EXPECT_EQ(reports.size(), setting.button != 0 ? 1U : 0U);
+        Save(setting, machine, reports.size());
         ExpectOnlyOwnSettingsSaved(before, machine.Look());
         return look;
     }
@@ -239,7 +239,7 @@ class InputSweep : public testing::Test
     }
 };
 
-TEST_F(InputSweep, OpensWithAnyValueAndTakesWhatIsOfNoUseForAbsent)
+TEST_F(InputSweep, OpensWithUnusableValuesAsIfAbsent)
 {
     std::size_t number = 0;
     std::size_t tried = 0;
@@ -262,7 +262,7 @@ TEST_F(InputSweep, OpensWithAnyValueAndTakesWhatIsOfNoUseForAbsent)
 }
 
 // The list is read when desktop management is switched on, and written back with one entry more.
-TEST_F(InputSweep, AddsTheShareToAnyListAndTakesWhatIsNoneForEmpty)
+TEST_F(InputSweep, AddsTheShareToAnyList)
 {
     std::size_t tried = 0;
     for (std::size_t number = 0; number < shareInputs; ++number) {

@@ -32,8 +32,8 @@ constexpr std::size_t AllowedGrowth(int rounds)
     return 256 * 1024 + static_cast<std::size_t>(rounds) * 2048;
 }
 
-// Bytes that the process has to itself. Windows tells them twice, Wine in this place alone; there it moves in
-// steps of pages.
+// Bytes that the process has to itself. Windows reports them twice, Wine in this place alone; there it moves
+// in steps of pages.
 std::size_t PrivateBytes()
 {
     PROCESS_MEMORY_COUNTERS counters{};
@@ -43,7 +43,7 @@ std::size_t PrivateBytes()
 }
 
 // The blocks of memory that one module has taken from the C runtime and not given back. The heaps of the
-// process tell less: Wine's own controls leave something in them with each sheet that is closed.
+// process show less: Wine's own controls leave something in them with each sheet that is closed.
 class BlockCount
 {
   public:
@@ -128,7 +128,7 @@ class LongRun : public testing::Test
     std::size_t m_mostHeld = 0; // blocks, while the sheet is open
 };
 
-TEST_F(LongRun, LeavesNoMoreBehindAtTheEndThanAtTheStart)
+TEST_F(LongRun, LeavesNothingBehind)
 {
     const int rounds = RoundCount();
     for (int round = 0; round < warmUpRounds; ++round)

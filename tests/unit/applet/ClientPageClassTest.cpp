@@ -1,4 +1,4 @@
-// The Desktop Mgmt page as its run-time class tells it.
+// The Desktop Mgmt page as its run-time class describes it.
 #include "desktop/ClientPage.h"
 
 #include "support/TestRegistry.h"

@@ -100,7 +100,7 @@ TEST_F(Controls, HaveAListThatCanBeScrolledSideways)
     EXPECT_EQ(list.GetHorizontalExtent(), 500);
 }
 
-TEST_F(Controls, HaveAListThatFindsTheItemAtAPoint)
+TEST_F(Controls, HaveAListThatFindsAnItemByPoint)
 {
     list.AddString("a");
     list.AddString("b");

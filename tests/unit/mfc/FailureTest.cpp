@@ -151,7 +151,7 @@ LRESULT CALLBACK CountCreations(int code, WPARAM wParam, LPARAM lParam)
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-TEST_F(FailureTest, StopsTheCreationOfAWindowWhoseOnCreateThrows)
+TEST_F(FailureTest, StopsACreationWhoseOnCreateThrows)
 {
     sheet.m_atCreate = Throw7;
     g_windowsMade = 0;
@@ -198,7 +198,7 @@ void ThrowFromOutside(HWND window, int number)
     std::thread([=] { SendMessageA(window, WM_THROW, static_cast<WPARAM>(number), 0); }).detach();
 }
 
-TEST_F(FailureTest, LeavesADialogsHandlerOfAMessageFromAnotherThread)
+TEST_F(FailureTest, LeavesADialogsHandlerOfASentMessage)
 {
     dialog.m_step = [this] {
         owner.m_atIdle = [this] {
@@ -229,7 +229,7 @@ struct OnlyEmptyMessages
     }
 };
 
-TEST_F(FailureTest, LeavesASheetsHandlerOfAMessageFromAnotherThread)
+TEST_F(FailureTest, LeavesASheetsHandlerOfASentMessage)
 {
     OnlyEmptyMessages messages;
     messages.atIdle = [this] { ThrowFromOutside(first, 11); };
@@ -288,7 +288,7 @@ TEST_F(FailureTest, EndsOnlyTheNestedDialogWhenItsCallerCatches)
     EXPECT_TRUE(enabled);
 }
 
-TEST_F(FailureTest, EndsTheNestedDialogWhenAHandlerOfTheOuterOneThrows)
+TEST_F(FailureTest, EndsTheNestedDialogWhenTheOuterOneThrows)
 {
     CTestDialog nested(IDD_CONTROLS, &dialog);
     nested.m_step = [this] { dialog.SendMessage(WM_THROW, 13); };

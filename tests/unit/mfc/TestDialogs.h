@@ -1,4 +1,4 @@
-// Dialogs, pages and a sheet that do what a test tells them, and what tests look at around them.
+// Dialogs, pages and a sheet that do what a test says, and what tests look at around them.
 #pragma once
 
 #include "resource.h"

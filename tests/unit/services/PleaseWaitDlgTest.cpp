@@ -89,7 +89,7 @@ TEST_F(PleaseWaitDlg, CannotBeClosedByItsUser)
     EXPECT_EQ(GetWindow(GetWindow(Window(), GW_CHILD), GW_HWNDNEXT), nullptr);
 }
 
-TEST_F(PleaseWaitDlg, StaysForTheRestOfASecondAfterItsLastText)
+TEST_F(PleaseWaitDlg, StaysASecondAfterItsLastText)
 {
     Show("Starting one.");
     m_clock.Advance(200);
@@ -97,7 +97,7 @@ TEST_F(PleaseWaitDlg, StaysForTheRestOfASecondAfterItsLastText)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>{800});
 }
 
-TEST_F(PleaseWaitDlg, GoesAtOnceWhenItsTextHasBeenThereForLong)
+TEST_F(PleaseWaitDlg, GoesAtOnceAfterASecond)
 {
     Show("Starting one.");
     m_clock.Advance(5000);
@@ -156,7 +156,7 @@ TEST_F(PleaseWaitDlg, StaysASecondWhateverItsMakerAsksFor)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>{1000});
 }
 
-TEST_F(PleaseWaitDlg, NeitherWaitsNorTouchesTheCursorWithoutEverHavingBeenShown)
+TEST_F(PleaseWaitDlg, DoesNothingWhenItWasNeverShown)
 {
     SetCursor(LoadCursorA(nullptr, IDC_WAIT));
     CWnd::BeginWaitCursor();

@@ -32,7 +32,7 @@ class RealServicesTest : public testing::Test
     PleaseWaitSlot m_pleaseWait;
 };
 
-TEST_F(RealServicesTest, StartsAndStopsASlowServiceThatReportsItsProgress)
+TEST_F(RealServicesTest, StartsAndStopsASlowService)
 {
     const RealService agent(
         name, "Test Agent",
@@ -76,7 +76,7 @@ TEST_F(RealServicesTest, GivesUpOnAServiceThatNeverStops)
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOP_PENDING});
 }
 
-TEST_F(RealServicesTest, TellsOfAServiceThatFailsToStart)
+TEST_F(RealServicesTest, ReportsAServiceThatFailsToStart)
 {
     const RealService agent(name, "Test Agent", {"StartError=5", "StartDelay=100", "WaitHint=200"});
     m_user.Answer(IDOK);
@@ -85,7 +85,7 @@ TEST_F(RealServicesTest, TellsOfAServiceThatFailsToStart)
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOPPED});
 }
 
-TEST_F(RealServicesTest, TellsOfAServiceThatStopsByItself)
+TEST_F(RealServicesTest, ReportsAServiceThatStopsByItself)
 {
     const RealService agent(name, "Test Agent", {"StartDelay=200", "WaitHint=1500", "RunTime=1"});
     m_user.Answer(IDOK);
@@ -113,7 +113,7 @@ TEST_F(RealServicesTest, SkipsAServiceThatIsNotInstalled)
     EXPECT_TRUE(dependents.empty());
 }
 
-TEST_F(RealServicesTest, TellsTheUserWhichServiceItIsWaitingFor)
+TEST_F(RealServicesTest, ShowsTheServiceItIsWaitingFor)
 {
     const RealService agent(name, "Test Agent", {});
     EXPECT_TRUE(Start());

@@ -1,4 +1,4 @@
-// Starting and stopping one service: what is left alone, what the user sees and is told.
+// Starting and stopping one service: what is left alone, what the user sees.
 #include "sysaccess/ServiceStartStop.h"
 #include "imports/ImportHook.h"
 #include "resources/resource.h"
@@ -43,7 +43,7 @@ class ServiceStartStop : public ScriptedMachine
                    : support::WindowText(GetDlgItem(m_pleaseWait->m_hWnd, IDC_PLEASE_WAIT_TEXT));
     }
 
-    // Nobody was told anything, shown anything or asked for anything.
+    // The user saw nothing and was asked nothing.
     void ExpectNothingHappened(support::Location where = support::Location::current())
     {
         support::ExpectEqual(std::string(), Message(), "please-wait text", where);
@@ -124,7 +124,7 @@ TEST_F(StartOneService, FailsQuietlyWhenTheStateCannotBeRead)
     ExpectNothingHappened();
 }
 
-TEST_F(StartOneService, TellsWhenWindowsRefusesTheStart)
+TEST_F(StartOneService, ReportsARefusedStart)
 {
     Add({});
     m_manager.Fail("StartServiceA", "Agent", ERROR_SERVICE_LOGON_FAILED);
@@ -133,7 +133,7 @@ TEST_F(StartOneService, TellsWhenWindowsRefusesTheStart)
     ExpectTold(cannotStart);
 }
 
-TEST_F(StartOneService, TakesAServiceThatSomebodyElseHasStartedForStarted)
+TEST_F(StartOneService, AcceptsAServiceStartedByAnother)
 {
     Add({});
     m_manager.Fail("StartServiceA", "Agent", ERROR_SERVICE_ALREADY_RUNNING);
@@ -141,7 +141,7 @@ TEST_F(StartOneService, TakesAServiceThatSomebodyElseHasStartedForStarted)
     support::ExpectBoxes(m_user, {});
 }
 
-TEST_F(StartOneService, TellsWhenTheServiceStopsByItself)
+TEST_F(StartOneService, ReportsAServiceThatStopsByItself)
 {
     Add({.afterStart = {ServiceState(SERVICE_START_PENDING, 1, 100), ServiceState(SERVICE_STOPPED)}});
     m_user.Answer(IDOK);
@@ -149,7 +149,7 @@ TEST_F(StartOneService, TellsWhenTheServiceStopsByItself)
     ExpectTold(cannotStart);
 }
 
-TEST_F(StartOneService, TellsWhenTheServiceStaysPending)
+TEST_F(StartOneService, ReportsAServiceThatStaysPending)
 {
     Add({.afterStart = {ServiceState(SERVICE_START_PENDING)}});
     m_user.Answer(IDOK);
@@ -158,7 +158,7 @@ TEST_F(StartOneService, TellsWhenTheServiceStaysPending)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>(10, 2500));
 }
 
-TEST_F(StartOneService, TellsOverTheOwner)
+TEST_F(StartOneService, ReportsOverTheOwner)
 {
     const HWND owner =
         CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
@@ -201,7 +201,7 @@ TEST_F(StartOneService, ReadsAConfigurationThatIsLargerThanUsual)
     ExpectNothingHappened();
 }
 
-TEST_F(StartOneService, NamesTheServiceByItsKeyWhenItsConfigurationCannotBeRead)
+TEST_F(StartOneService, NamesAnUnreadableServiceByItsKey)
 {
     Add({});
     m_manager.Fail("QueryServiceConfigA", "Agent", ERROR_ACCESS_DENIED);
@@ -243,7 +243,7 @@ TEST_F(StopOneService, LeavesAServiceAloneThatIsStoppedOrPending)
     ExpectNothingHappened();
 }
 
-TEST_F(StopOneService, SkipsAMissingServiceAndAManagerThatCannotBeOpened)
+TEST_F(StopOneService, SkipsAMissingServiceOrManager)
 {
     EXPECT_TRUE(Stop());
     Add({.states = {ServiceState(SERVICE_RUNNING)}});
@@ -268,7 +268,7 @@ TEST_F(StopOneService, WaitsUntilTheServiceHasStopped)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>{800});
 }
 
-TEST_F(StopOneService, TellsWhenTheServiceDoesNotStop)
+TEST_F(StopOneService, ReportsAServiceThatDoesNotStop)
 {
     Add({.states = {ServiceState(SERVICE_RUNNING)}, .afterStop = {ServiceState(SERVICE_STOP_PENDING)}});
     m_user.Answer(IDOK);
@@ -276,7 +276,7 @@ TEST_F(StopOneService, TellsWhenTheServiceDoesNotStop)
     ExpectTold(cannotStop);
 }
 
-TEST_F(StopOneService, TellsWhenWindowsRefusesTheStop)
+TEST_F(StopOneService, ReportsARefusedStop)
 {
     Add({.states = {ServiceState(SERVICE_RUNNING)}});
     m_manager.Fail("ControlService", "Agent", ERROR_DEPENDENT_SERVICES_RUNNING);
@@ -317,7 +317,7 @@ HWND RepaintedBy(Operation operation)
     return repainted;
 }
 
-TEST_F(ServiceStartStop, RepaintsTheOwnerWhileStartingAndTheDialogWhileStopping)
+TEST_F(ServiceStartStop, RepaintsOwnerOrDialogWhileItWaits)
 {
     const HWND owner =
         CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);

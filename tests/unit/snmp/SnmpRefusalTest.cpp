@@ -95,7 +95,7 @@ class RefusedWrite : public RefusedSave, public testing::WithParamInterface<int>
     }
 };
 
-TEST_P(RefusedWrite, EndsTheSaveOrIsPassedOverAndWhatWasWrittenStays)
+TEST_P(RefusedWrite, EndsTheSaveOrIsPassedOver)
 {
     ASSERT_EQ(m_writes.size(), 13);
     const auto refused = static_cast<std::size_t>(GetParam()) - 1;
@@ -144,13 +144,13 @@ class MissingKey : public RefusedSave, public testing::WithParamInterface<std::s
     const support::TestKey& m_key = m_writes.at(GetParam()).key;
 };
 
-TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenItIsDenied)
+TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenDenied)
 {
     const SnmpSettings settings = Changed();
     ExpectSavedWithoutIt(IsRefusedWhileDenied(m_key, [&] { settings.Save(everyChange); }));
 }
 
-TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenItIsGoneAndIsNotMade)
+TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenGone)
 {
     const SnmpSettings settings = Changed();
     m_key.Delete();
