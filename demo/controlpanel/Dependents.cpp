@@ -2,6 +2,7 @@
 #include "Dependents.h"
 
 #include "../support/Registry.h"
+#include "imports/TextsBehind.h"
 
 #include <algorithm>
 #include <array>
@@ -74,11 +75,10 @@ DWORD SizeOf(const std::vector<std::string>& names)
 
 void Fill(LPENUM_SERVICE_STATUSA list, const std::vector<std::string>& names)
 {
-    auto* text = reinterpret_cast<char*>(list + names.size());
+    support::TextsBehind<char> texts(list + names.size());
     for (const auto& name : names) {
-        std::memcpy(text, name.c_str(), name.size() + 1);
+        char* const text = texts.Put(name);
         *list++ = {text, text, {}};
-        text += name.size() + 1;
     }
 }
 
