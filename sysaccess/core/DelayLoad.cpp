@@ -36,12 +36,12 @@ FARPROC WINAPI BeforeLoading(unsigned notification, DelayLoadInfo* call)
     return reinterpret_cast<FARPROC>(LoadSystemLibrary(call->szDll).Release());
 }
 
-// A module that lacks the function stands in for a library that cannot be loaded: this one. The helper then
-// asks for a stand-in for the function.
+// A module that lacks the function stands in for a library that cannot be loaded: the program. The helper
+// then asks for a stand-in for the function.
 FARPROC WINAPI AfterFailure(unsigned notification, DelayLoadInfo* call)
 {
     if (notification == dliFailLoadLib)
-        return reinterpret_cast<FARPROC>(GetModuleHandleA("kernel32.dll"));
+        return reinterpret_cast<FARPROC>(GetModuleHandleA(nullptr));
     return notification == dliFailGetProc ? StandInFor(*call) : nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include "support/AppletHost.h"
 #include "support/HelpRecorder.h"
 #include "support/MessageBoxScript.h"
+#include "sysaccess/core/AgentServices.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -70,7 +70,7 @@ class EachDialog : public testing::TestWithParam<DialogAndLanguage>
 };
 
 INSTANTIATE_TEST_SUITE_P(Dialogs, EachDialog,
-                         testing::Combine(testing::Values(IDD_SERVICES, IDD_EVENT, IDD_SNMP, IDD_CLIENT,
+                         testing::Combine(testing::Values(IDD_SERVICES, IDD_EVENT, IDD_SNMP, IDD_DESKTOP,
                                                           IDD_BOARD, IDD_PLEASE_WAIT, IDD_PROCMON,
                                                           IDD_STORAGE),
                                           testing::Values(kEnglish, kJapanese)),

@@ -157,7 +157,7 @@ TEST_P(EachField, TakesPastedText)
 TEST_P(EachField, TakesTextThatTheProgramInserts)
 {
     Filter(GetParam().style, GetParam().extraChars);
-    m_edit.ReplaceSel("a b\"c;\xE4");
+    m_edit.SendMessage(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>("a b\"c;\xE4"));
     EXPECT_EQ(Text(), "a b\"c;\xE4");
     EXPECT_EQ(m_parent.m_refusals, 0);
 }
