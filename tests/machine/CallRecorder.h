@@ -26,7 +26,8 @@ enum class Role
 struct Call
 {
     std::string function;
-    std::string place; // the texts and handles that it was given: key and value, service, file
+    std::string place;   // the texts and handles that it was given: key and value, service, file
+    std::string purpose; // what its other arguments ask for: "size" or "data", "save", ...; mostly empty
     Role role = Role::Asks;
     std::size_t boxes = 0; // message boxes shown before it
 };

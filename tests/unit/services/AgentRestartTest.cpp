@@ -302,7 +302,7 @@ struct RestartFailure
     const char* function;
     const char* service;
     Calls operations;
-    std::size_t failuresTold;
+    std::size_t failuresReported;
 };
 
 void PrintTo(const RestartFailure& failure, std::ostream* out)
@@ -320,7 +320,7 @@ TEST_P(RestartWithAFailure, DoesTheRestAndClosesEveryHandle)
     AddAgents(SERVICE_RUNNING);
     m_manager.Fail(GetParam().function, GetParam().service, ERROR_ACCESS_DENIED);
     m_user.Answer(IDYES);
-    for (std::size_t box = 0; box < GetParam().failuresTold; ++box)
+    for (std::size_t box = 0; box < GetParam().failuresReported; ++box)
         m_user.Answer(IDOK);
     Restart();
     EXPECT_EQ(Operations(), GetParam().operations);

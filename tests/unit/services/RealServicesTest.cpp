@@ -23,7 +23,7 @@ class RealServicesTest : public testing::Test
     bool Start() { return StartServiceWithProgress(nullptr, name, m_pleaseWait); }
     bool Stop() { return StopServiceWithProgress(nullptr, name, m_pleaseWait); }
 
-    void ExpectTold(const std::string& text, support::Location where = support::Location::current())
+    void ExpectReported(const std::string& text, support::Location where = support::Location::current())
     {
         support::ExpectBoxes(m_user, {{nullptr, text, "Norvale Management Agents", MB_ICONHAND}}, where);
     }
@@ -60,7 +60,7 @@ TEST_F(RealServicesTest, GivesUpOnAServiceThatNeverGetsReady)
     const support::FakeClock clock(GetModuleHandleA(nullptr));
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_START_PENDING});
     EXPECT_EQ(clock.Sleeps().size(), 10U);
 }
@@ -72,7 +72,7 @@ TEST_F(RealServicesTest, GivesUpOnAServiceThatNeverStops)
     const support::FakeClock clock(GetModuleHandleA(nullptr));
     m_user.Answer(IDOK);
     EXPECT_FALSE(Stop());
-    ExpectTold(cannotStop);
+    ExpectReported(cannotStop);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOP_PENDING});
 }
 
@@ -81,7 +81,7 @@ TEST_F(RealServicesTest, ReportsAServiceThatFailsToStart)
     const RealService agent(name, "Test Agent", {"StartError=5", "StartDelay=100", "WaitHint=200"});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOPPED});
 }
 
@@ -90,7 +90,7 @@ TEST_F(RealServicesTest, ReportsAServiceThatStopsByItself)
     const RealService agent(name, "Test Agent", {"StartDelay=200", "WaitHint=1500", "RunTime=1"});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOPPED});
 }
 

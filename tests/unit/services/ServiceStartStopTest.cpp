@@ -51,7 +51,7 @@ class ServiceStartStop : public ScriptedMachine
         support::ExpectBoxes(m_user, {}, where);
     }
 
-    void ExpectTold(const std::string& text, support::Location where = support::Location::current())
+    void ExpectReported(const std::string& text, support::Location where = support::Location::current())
     {
         support::ExpectBoxes(m_user, {{nullptr, text, "Norvale Management Agents", MB_ICONHAND}}, where);
     }
@@ -130,7 +130,7 @@ TEST_F(StartOneService, ReportsARefusedStart)
     m_manager.Fail("StartServiceA", "Agent", ERROR_SERVICE_LOGON_FAILED);
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
 }
 
 TEST_F(StartOneService, AcceptsAServiceStartedByAnother)
@@ -146,7 +146,7 @@ TEST_F(StartOneService, ReportsAServiceThatStopsByItself)
     Add({.afterStart = {ServiceState(SERVICE_START_PENDING, 1, 100), ServiceState(SERVICE_STOPPED)}});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
 }
 
 TEST_F(StartOneService, ReportsAServiceThatStaysPending)
@@ -154,7 +154,7 @@ TEST_F(StartOneService, ReportsAServiceThatStaysPending)
     Add({.afterStart = {ServiceState(SERVICE_START_PENDING)}});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>(10, 2500));
 }
 
@@ -178,8 +178,9 @@ TEST_F(StartOneService, CallsTheSnmpServiceJustSnmp)
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
     EXPECT_EQ(Message(), "\nPlease wait...\n\nStarting the SNMP Service.");
-    ExpectTold("Could not start the SNMP service.\n\nUse the Services applet in the Control Panel to control "
-               "the service.");
+    ExpectReported(
+        "Could not start the SNMP service.\n\nUse the Services applet in the Control Panel to control "
+        "the service.");
 }
 
 TEST_F(StartOneService, ShowsDisplayNamesOfAnyLengthAndContent)
@@ -273,7 +274,7 @@ TEST_F(StopOneService, ReportsAServiceThatDoesNotStop)
     Add({.states = {ServiceState(SERVICE_RUNNING)}, .afterStop = {ServiceState(SERVICE_STOP_PENDING)}});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Stop());
-    ExpectTold(cannotStop);
+    ExpectReported(cannotStop);
 }
 
 TEST_F(StopOneService, ReportsARefusedStop)
@@ -282,7 +283,7 @@ TEST_F(StopOneService, ReportsARefusedStop)
     m_manager.Fail("ControlService", "Agent", ERROR_DEPENDENT_SERVICES_RUNNING);
     m_user.Answer(IDOK);
     EXPECT_FALSE(Stop());
-    ExpectTold(cannotStop);
+    ExpectReported(cannotStop);
 }
 
 TEST_F(StopOneService, CallsTheSnmpServiceJustSnmp)
