@@ -2,7 +2,7 @@
 // none.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <chrono>
 #include <initializer_list>

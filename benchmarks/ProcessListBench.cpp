@@ -1,9 +1,9 @@
 // How long the Process Monitor page takes to open with 5,000 running processes, once without a configuration
 // and once with all of them configured, beside adding the same texts to a sorted list box with redrawing off.
 // Succeeds when the page takes at most 1.3 times as long.
+#include "machine/TaskListScript.h"
 #include "Measure.h"
 #include "pages/ProcMonPage.h"
-#include "support/TaskListScript.h"
 #include "support/TestRegistry.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 // applet.
 #pragma once
 
+#include "machine/CallRecorder.h"
 #include "support/TestRegistry.h"
-#include "sweep/CallRecorder.h"
 
 #include <map>
 #include <string>

@@ -4,9 +4,9 @@
 // - as the registry accessor does: listed twice, opened by its path, its size asked for, read, closed.
 // The accessor's calls are how it notices every refusal. Succeeds when the page takes at most one and a half
 // times as long as the first.
+#include "machine/AgentMachine.h"
 #include "Measure.h"
 #include "pages/ServicesPage.h"
-#include "support/AgentMachine.h"
 #include "sysaccess/core/RegistryKey.h"
 
 #include <afxdlgs.h>

@@ -3,10 +3,10 @@
 // turn.
 #include "BareSheet.h"
 #include "IdleMoment.h"
+#include "machine/SweepMachine.h"
+#include "machine/WatchedImports.h"
 #include "Measure.h"
 #include "RegistryWork.h"
-#include "sweep/SweepMachine.h"
-#include "sweep/WatchedImports.h"
 
 #include <functional>
 #include <optional>

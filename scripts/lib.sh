@@ -47,7 +47,9 @@ give_fonts() {
 # from anybody's output: they would hold on to that of the first program, and who reads it would never see its end.
 keep_wine() {
   make_prefix
-  wineserver -p
+  # The server of a program that has just ended goes after some seconds.
+  wineserver -p || { timeout 10 wineserver -w && wineserver -p; } ||
+    fail "Wine is in use in $WINEPREFIX. Close the program there, or end all with 'WINEPREFIX=$WINEPREFIX wineserver -k'."
   wine wineboot >/dev/null 2>&1
 }
 

@@ -2,6 +2,7 @@
 #include "Dependents.h"
 
 #include "../support/Registry.h"
+#include "imports/TextsBehind.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +18,7 @@ constexpr const char* servicesKey = "SYSTEM\\CurrentControlSet\\Services";
 constexpr DWORD nameSize = 257;    // of a service, with its zero
 constexpr DWORD configSize = 8192; // the largest that the service manager answers
 
-// The name of an opened service, which its handle tells by way of the display name; empty when it does not.
+// The name of an opened service, which is found by way of the display name; empty when it is not.
 std::string NameOf(SC_HANDLE service)
 {
     std::vector<BYTE> buffer(configSize);
@@ -74,11 +75,10 @@ DWORD SizeOf(const std::vector<std::string>& names)
 
 void Fill(LPENUM_SERVICE_STATUSA list, const std::vector<std::string>& names)
 {
-    auto* text = reinterpret_cast<char*>(list + names.size());
+    support::TextsBehind<char> texts(list + names.size());
     for (const auto& name : names) {
-        std::memcpy(text, name.c_str(), name.size() + 1);
+        char* const text = texts.Put(name);
         *list++ = {text, text, {}};
-        text += name.size() + 1;
     }
 }
 

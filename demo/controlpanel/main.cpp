@@ -2,8 +2,8 @@
 // service manager lacks: the list of a service's dependents.
 #include "../support/Error.h"
 #include "Dependents.h"
+#include "imports/ImportHook.h"
 #include "LoadApplet.h"
-#include "tests/support/ImportHook.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -7,7 +7,7 @@ namespace demo {
 
 namespace {
 
-// What a running or paused service can be told; nothing while it starts or stops.
+// What a running or paused service accepts; nothing while it starts or stops.
 DWORD ControlsAccepted(DWORD state)
 {
     const bool settled = state == SERVICE_RUNNING || state == SERVICE_PAUSED;

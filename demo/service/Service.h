@@ -34,7 +34,8 @@ class Service
     void Pass(DWORD pendingState, DWORD delay, DWORD steps);
     void RunUntilStopped();
 
-    // Tells the service manager; called by the service's thread and by the one that hands it its controls.
+    // Reports to the service manager; called by the service's thread and by the one that hands it its
+    // controls.
     void Report(DWORD state, DWORD checkPoint = 0, DWORD exitCode = NO_ERROR);
 
     const std::string m_name;

@@ -2,21 +2,15 @@
 // named like it, of "Name=Value" texts, below "SYSTEM\CurrentControlSet\Services\LanmanServer\Shares".
 #pragma once
 
+#include "imports/ShareAnswer.h"
+
 #include <optional>
 #include <string>
 #include <windows.h>
 
 namespace demo {
 
-struct Share
-{
-    std::wstring name;
-    std::wstring path;
-    std::wstring remark;
-    DWORD type = 0;              // 0 is a disk tree
-    DWORD permissions = 0;       // 127 is all
-    DWORD maxUses = 0xFFFFFFFFu; // this number is unlimited
-};
+using support::Share;
 
 // The share of that name, in any letter case; nothing when there is none.
 [[nodiscard]] std::optional<Share> FindShare(const std::wstring& name);

@@ -28,7 +28,7 @@ TEST_F(BoardPageKeys, TabGoesThroughTheBoxesAndTheButton)
     m_host.PressCancel();
 }
 
-TEST_F(BoardPageKeys, ABatteryThatTheBoardDoesNotOfferIsPassedOver)
+TEST_F(BoardPageKeys, TabSkipsABatteryThatTheBoardLacks)
 {
     m_board.record = {2, 0, 0, 0};
     Open();

@@ -63,7 +63,7 @@ TEST_F(BoardPageShow, ABoardWithoutABatterySettingDisablesItsBox)
     m_host.PressCancel();
 }
 
-TEST_F(BoardPageShow, AReadThatFailsLeavesTheBoxesClearWithoutAWord)
+TEST_F(BoardPageShow, AFailedReadLeavesTheBoxesClear)
 {
     m_board.record = {1, 1, 1, 0};
     m_board.readStatuses = {ERROR_SUCCESS, notReady};
@@ -117,7 +117,7 @@ INSTANTIATE_TEST_SUITE_P(Boxes, BoardPageBox,
                          testing::Values(IDC_BOARD_BATTERY, IDC_BOARD_REMOTE_ALERTING,
                                          IDC_BOARD_SERVER_RESET));
 
-TEST_F(BoardPageSave, WritesBatteryOffWhereTheBoardHasNoBatterySetting)
+TEST_F(BoardPageSave, WritesBatteryOffWithoutABatterySetting)
 {
     m_board.record = {2, 0, 0, 0};
     Open();

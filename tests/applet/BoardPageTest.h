@@ -3,8 +3,8 @@
 #pragma once
 
 #include "applet/AppletTest.h"
+#include "machine/BoardScript.h"
 #include "resources/resource.h"
-#include "support/BoardScript.h"
 #include "support/FakeClock.h"
 #include "support/ServiceScript.h"
 

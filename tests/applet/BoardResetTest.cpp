@@ -108,7 +108,7 @@ TEST_F(BoardPageReset, ShowsThePleaseWaitDialogMeanwhile)
     m_host.PressCancel();
 }
 
-TEST_F(BoardPageReset, IsNotBegunAgainByAMessageThatIsSentMeanwhile)
+TEST_F(BoardPageReset, IsNotBegunTwiceByASentMessage)
 {
     Open();
     FailReadsOfTheReset(3);
@@ -147,7 +147,7 @@ TEST_P(BoardPageResetWait, EndsWithTheReadThatSucceeds)
 
 INSTANTIATE_TEST_SUITE_P(FailedReads, BoardPageResetWait, testing::Values(2U, 9U));
 
-TEST_F(BoardPageReset, ABoardThatNeverComesBackIsTold)
+TEST_F(BoardPageReset, ReportsABoardThatNeverComesBack)
 {
     Open();
     FailReadsOfTheReset(10);
@@ -158,7 +158,7 @@ TEST_F(BoardPageReset, ABoardThatNeverComesBackIsTold)
     m_host.PressCancel();
 }
 
-TEST_F(BoardPageReset, AFailedReadIsToldAndNothingWritten)
+TEST_F(BoardPageReset, ReportsAFailedReadAndWritesNothing)
 {
     Open();
     m_board.readStatuses = {notReady};
@@ -169,7 +169,7 @@ TEST_F(BoardPageReset, AFailedReadIsToldAndNothingWritten)
     m_host.PressCancel();
 }
 
-TEST_F(BoardPageReset, AFailedWriteIsTold)
+TEST_F(BoardPageReset, ReportsAFailedWrite)
 {
     Open();
     const int reads = m_board.reads;
@@ -185,7 +185,7 @@ class BoardPageResetEntry : public BoardPageReset, public testing::WithParamInte
 {
 };
 
-TEST_P(BoardPageResetEntry, IsToldWhenItIsMissing)
+TEST_P(BoardPageResetEntry, IsReportedWhenItIsMissing)
 {
     Open();
     m_libraries.SetEntry<void()>(boardLibrary, GetParam(), nullptr);
@@ -199,7 +199,7 @@ TEST_P(BoardPageResetEntry, IsToldWhenItIsMissing)
 
 INSTANTIATE_TEST_SUITE_P(Entries, BoardPageResetEntry, testing::Values("Rb4CpReadData", "Rb4CpWriteData"));
 
-TEST_F(BoardPageReset, ALibraryThatIsGoneIsTold)
+TEST_F(BoardPageReset, ReportsAMissingLibrary)
 {
     Open();
     m_libraries.Remove(boardLibrary);
@@ -233,7 +233,7 @@ TEST_F(BoardPageReset, AFailureKeepsTheUsersChanges)
     ExpectWritten({0, 1, 0, 0});
 }
 
-TEST_F(BoardPageReset, AChangeAfterItIsSavedWithWhatTheBoardHolds)
+TEST_F(BoardPageReset, SavesALaterChangeWithTheBoardsOtherSettings)
 {
     Open();
     m_board.record = {1, 1, 0, 0};
@@ -243,7 +243,7 @@ TEST_F(BoardPageReset, AChangeAfterItIsSavedWithWhatTheBoardHolds)
     ExpectWritten({1, 1, 1, 0});
 }
 
-TEST_F(BoardPageReset, ABatterySettingThatIsGoneLeavesItsBoxDisabledAsItWas)
+TEST_F(BoardPageReset, DisablesTheBoxOfAMissingBatterySetting)
 {
     m_board.record = {1, 0, 0, 0};
     Open();

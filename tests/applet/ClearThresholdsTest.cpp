@@ -57,7 +57,7 @@ TEST_F(ClearThresholds, DeletesAtOnceWhenTheHostIsStopped)
     EXPECT_FALSE(HasThresholds());
 }
 
-TEST_F(ClearThresholds, AsksAndLeavesEverythingAsItIsUnlessTheAnswerIsYes)
+TEST_F(ClearThresholds, DoesNothingUnlessTheAnswerIsYes)
 {
     m_boxes.Answer(IDNO).Answer(IDCANCEL);
     Clear();
@@ -95,7 +95,7 @@ TEST_F(ClearThresholds, StopsDeletesAndStartsInThisOrder)
               expected);
 }
 
-TEST_F(ClearThresholds, IsNotBegunAgainByAMessageThatIsSentMeanwhile)
+TEST_F(ClearThresholds, IsNotBegunTwiceByASentMessage)
 {
     m_host.Open();
     const support::DialogDriver page = m_host.Page("SNMP Settings");
@@ -124,7 +124,7 @@ TEST_F(ClearThresholds, StopsAndStartsAHostThatIsPaused)
                      "StartServiceA SNMP", "StartServiceA VtMgHost", "StartServiceA VtMgStor"}));
 }
 
-TEST_F(ClearThresholds, StopsAPausedWebAgentFirstAndStartsItLast)
+TEST_F(ClearThresholds, StopsAPausedWebAgentFirst)
 {
     AddWebAgent(SERVICE_PAUSED);
     m_boxes.Answer(IDYES).Answer(IDOK);
@@ -152,7 +152,7 @@ TEST_F(ClearThresholds, LeavesAWebAgentOnItsWaySomewhereAlone)
     EXPECT_EQ(Operations().back(), "StartServiceA VtMgStor");
 }
 
-TEST_F(ClearThresholds, TellsWhenTheHostIsOnItsWaySomewhere)
+TEST_F(ClearThresholds, ReportsAHostInAPendingState)
 {
     const ShownBox pending{
         nullptr,
@@ -170,7 +170,7 @@ TEST_F(ClearThresholds, TellsWhenTheHostIsOnItsWaySomewhere)
     EXPECT_TRUE(HasThresholds());
 }
 
-TEST_F(ClearThresholds, TellsWhenTheHostIsInAnUnknownState)
+TEST_F(ClearThresholds, ReportsAHostInAnUnknownState)
 {
     const ShownBox unknown{
         nullptr,
@@ -225,7 +225,7 @@ TEST_F(ClearThresholds, GoesOnWhenAServiceDoesNotStart)
     EXPECT_FALSE(HasThresholds());
 }
 
-TEST_F(ClearThresholds, TellsAnErrorAfterTheAgentsRunAgain)
+TEST_F(ClearThresholds, ReportsAnErrorOnceTheAgentsRun)
 {
     support::TestKey(thresholdKeys[0]).Subkey("Row").Create();
     m_boxes.Answer(IDYES).Answer(IDOK);

@@ -56,7 +56,7 @@ TEST_F(ClientKeys, SpaceSwitchesOffAndOnAgain)
     m_host.PressCancel();
 }
 
-TEST_F(ClientKeys, TabGoesFromTheSwitchToThePathAndItsButton)
+TEST_F(ClientKeys, TabGoesFromTheSwitchToThePath)
 {
     const DialogDriver page = OpenSwitchedOn();
     page.Focus(IDC_DESKTOP_ENABLE);

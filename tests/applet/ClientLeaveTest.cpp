@@ -1,4 +1,4 @@
-// Leaving the Desktop Mgmt page: which login scripts let go of it, and what it tells about the others.
+// Leaving the Desktop Mgmt page: which login scripts let go of it, and what it says about the others.
 #include "applet/ClientPageTest.h"
 #include "support/FailNth.h"
 
@@ -51,7 +51,7 @@ class ClientLeave : public ClientPage
     }
 };
 
-TEST_F(ClientLeave, IsAllowedWithABatchFileThatIsThereOrCouldBeMade)
+TEST_F(ClientLeave, IsAllowedWithAnExistingOrPossibleBatchFile)
 {
     WriteBytes(m_script, "@echo off\r\n");
     WriteBytes(m_scripts.File("read only.bat"), "@echo off\r\n");
@@ -68,7 +68,7 @@ TEST_F(ClientLeave, IsAllowedWithABatchFileThatIsThereOrCouldBeMade)
     m_host.PressCancel();
 }
 
-TEST_F(ClientLeave, IsRefusedWithAnotherKindOfFileWhetherOrNotItIsThere)
+TEST_F(ClientLeave, IsRefusedWithAnotherKindOfFile)
 {
     WriteBytes(m_scripts.File("there.cmd"), "");
     OpenSwitchedOn();
@@ -88,7 +88,7 @@ TEST_F(ClientLeave, IsRefusedWithADirectory)
     m_host.PressCancel();
 }
 
-TEST_F(ClientLeave, IsRefusedInADirectoryOrOnAMachineThatIsNotThere)
+TEST_F(ClientLeave, IsRefusedInAMissingDirectoryOrMachine)
 {
     OpenSwitchedOn();
     ExpectStays(m_scripts.File("absent\\LOGIN.BAT"));
@@ -112,7 +112,7 @@ TEST_F(ClientLeave, IsRefusedInAFolderThatTakesNoFiles)
     SetFileAttributesA(m_scripts.Path().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(ClientLeave, IsRefusedWithAFileThatNobodyElseMayRead)
+TEST_F(ClientLeave, IsRefusedWithAFileInExclusiveUse)
 {
     WriteBytes(m_script, "@echo off\r\n");
     const HANDLE holder =

@@ -52,7 +52,7 @@ TEST_F(ClientPage, ShowsAnEmptyRecordAsSwitchedOn)
     m_host.PressCancel();
 }
 
-TEST_F(ClientPage, ShowsARecordThatMayNotBeReadAsSwitchedOn)
+TEST_F(ClientPage, ShowsAnUnreadableRecordAsSwitchedOn)
 {
     m_host.Open();
     m_machine.hostAgent.Delete();
@@ -69,7 +69,7 @@ TEST_F(ClientPage, IsHiddenOnOtherServers)
     m_host.PressCancel();
 }
 
-TEST_F(ClientPage, AMissingAgentKeyIsToldInPlaceOfTheSheet)
+TEST_F(ClientPage, ReportsAMissingAgentKeyInsteadOfTheSheet)
 {
     m_machine.hostAgent.Delete();
     m_boxes.Answer(IDOK);
@@ -129,7 +129,7 @@ TEST_F(ClientStart, ShowsThePageSwitchedOnAndSaysNothing)
     EXPECT_TRUE(m_boxes.Shown().empty());
 }
 
-TEST_F(ClientStart, OkSharesAndCopiesButLeavesScriptAndRecordAlone)
+TEST_F(ClientStart, OkSharesAndCopiesOnly)
 {
     Open();
     m_host.PressOk();
@@ -203,7 +203,7 @@ TEST_F(ClientReboot, IsAskedForAfterAChange)
     support::ExpectBoxes(m_boxes, {restartOffer, rebootNotice});
 }
 
-TEST_F(ClientReboot, IsAskedForWhenThePageWasOpenedToSwitchOnAndNothingElseWasDone)
+TEST_F(ClientReboot, IsAskedForAfterTheClientSwitchAlone)
 {
     m_host.SetCommandLine("control.exe vtnmgmt.cpl /CLIENT");
     Open();
@@ -213,7 +213,7 @@ TEST_F(ClientReboot, IsAskedForWhenThePageWasOpenedToSwitchOnAndNothingElseWasDo
     EXPECT_TRUE(m_shares.Find("VTNDATA"));
 }
 
-TEST_F(ClientReboot, IsNotAskedForAfterALookAtThePage)
+TEST_F(ClientReboot, IsNotAskedForAfterALook)
 {
     Open();
     m_host.PressOk();

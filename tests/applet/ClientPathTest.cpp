@@ -17,7 +17,7 @@ using support::ReadBytes;
 
 // --- the path
 
-TEST_F(ClientPage, APathCanBeTypedWithItsOwnPunctuationOnly)
+TEST_F(ClientPage, APathTakesItsOwnPunctuationOnly)
 {
     const DialogDriver page = OpenSwitchedOn();
     page.SetText(IDC_DESKTOP_SCRIPT, "");
@@ -142,7 +142,7 @@ class ClientBrowse : public ClientPage
     support::ReplacedImport m_save{m_host.Module(), "GetSaveFileNameA", &Choose};
 };
 
-TEST_F(ClientBrowse, AsksForABatchFileStartingFromTheTypedPath)
+TEST_F(ClientBrowse, StartsFromTheTypedPath)
 {
     s_choice.clear();
     const DialogDriver page = OpenSwitchedOn();
@@ -189,7 +189,7 @@ TEST_F(ClientBrowse, CancelLeavesEverythingAsItWas)
     EXPECT_FALSE(FileExists(m_script));
 }
 
-TEST_F(ClientBrowse, TellsAtOnceOfAPathThatIsTooLong)
+TEST_F(ClientBrowse, ReportsAPathThatIsTooLong)
 {
     s_choice = m_scripts.Path() + "\\";
     s_choice += std::string(257 - s_choice.size() - 4, 'a') + ".bat";

@@ -1,4 +1,4 @@
-// OK on the Desktop Mgmt page: what it switches on and off, and what it tells when it cannot.
+// OK on the Desktop Mgmt page: what it switches on and off, and what it reports when it cannot.
 #include "applet/ClientPageTest.h"
 #include "support/FailNth.h"
 
@@ -15,7 +15,7 @@ using support::WriteBytes;
 
 // --- switching on and off
 
-TEST_F(ClientPage, SwitchingOnTellsWhatItDoesNotDoAndFreesTheControls)
+TEST_F(ClientPage, SwitchingOnShowsItsLimitsAndEnablesTheControls)
 {
     const DialogDriver page = OpenAndSwitchOn();
     support::ExpectBoxes(m_boxes, {enabledNote});
@@ -66,7 +66,7 @@ TEST_F(ClientPage, OkOnAnUntouchedPageChangesNothing)
     EXPECT_FALSE(m_shares.Find("VTNDATA"));
 }
 
-TEST_F(ClientPage, SwitchedTwiceItRewritesTheScriptAndLeavesFilesAndShareAlone)
+TEST_F(ClientPage, SwitchedTwiceItRewritesTheScriptOnly)
 {
     const DialogDriver page = OpenSwitchedOn();
     page.Uncheck(IDC_DESKTOP_ENABLE);
@@ -88,7 +88,7 @@ TEST_F(ClientPage, TurningToAnotherPageAndBackIsNoChange)
     EXPECT_FALSE(FileExists(m_script));
 }
 
-TEST_F(ClientPage, OkSavesOncePerVisitedPageWithTheSameResult)
+TEST_F(ClientPage, OkSavesOncePerVisitedPage)
 {
     OpenAndSwitchOn();
     const std::vector<std::string> tabs = m_host.Tabs();

@@ -70,7 +70,7 @@ TEST_F(DelayLoad, LoadsTheVersionLibraryFromTheSystemDirectoryOnce)
     EXPECT_EQ(loaded.Ending("version.dll"), std::vector{InSystemDirectory("version.dll")});
 }
 
-TEST_F(DelayLoad, NeedsNoFileDialogAndNoSharesOnAMemberServer)
+TEST_F(DelayLoad, LoadsNoDelayedLibraryOnAMemberServer)
 {
     m_machine.hostAgent.SetString("ClientIni", "C:\\LOGIN.BAT");
     const LoadedLibraries loaded(m_host.Module());
@@ -80,7 +80,7 @@ TEST_F(DelayLoad, NeedsNoFileDialogAndNoSharesOnAMemberServer)
     EXPECT_TRUE(loaded.Ending("netapi32.dll").empty());
 }
 
-TEST_F(DelayLoad, ShowsItsTitleWithoutAVersionWhereTheVersionCannotBeRead)
+TEST_F(DelayLoad, ShowsATitleWithoutAnUnreadableVersion)
 {
     const LoadedLibraries loaded(m_host.Module(), "version.dll");
     m_host.Open();
@@ -99,7 +99,7 @@ TEST_F(DelayLoad, FindsNoScriptDirectoryWithoutTheLibraryOfShares)
     EXPECT_EQ(loaded.Ending("netapi32.dll"), std::vector{InSystemDirectory("netapi32.dll")});
 }
 
-TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
+TEST_F(DelayLoad, KeepsThePathWithoutAFileDialog)
 {
     m_machine.productOptions.SetString("ProductType", "LanmanNT");
     m_machine.hostAgent.SetString("ClientIni", "C:\\LOGIN.BAT");

@@ -1,6 +1,6 @@
 // The library's entry: the Control Panel's messages and what they answer.
 #include "applet/AppletTest.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <array>
 #include <cpl.h>
@@ -34,7 +34,7 @@ TEST_F(Entry, HoldsOneApplet)
     EXPECT_EQ(m_host.Send(CPL_GETCOUNT), 1);
 }
 
-TEST_F(Entry, InquireTellsIconNameAndDescriptionAndAnswers1)
+TEST_F(Entry, InquireReturnsIconNameAndDescription)
 {
     CPLINFO info = UntouchedInfo();
     EXPECT_EQ(m_host.Send(CPL_INQUIRE, 0, reinterpret_cast<LPARAM>(&info)), 1);
@@ -104,7 +104,7 @@ TEST_F(Entry, OnlyUnknownMessagesMakeTheirText)
     EXPECT_EQ(number, CPL_EXIT);
 }
 
-TEST_F(Entry, EachInitCopiesTheHelpPathAnewAndRegistersTheShellsMessage)
+TEST_F(Entry, EachInitSetsUpHelp)
 {
     std::string copied;
     std::string registered;
@@ -125,7 +125,7 @@ TEST_F(Entry, EachInitCopiesTheHelpPathAnewAndRegistersTheShellsMessage)
     EXPECT_EQ(registered, "ShellHelp");
 }
 
-TEST_F(Entry, SystemsWithoutAWindowsDirectoryGetTheRestOfTheHelpPath)
+TEST_F(Entry, TheHelpPathNeedsNoWindowsDirectory)
 {
     std::string copied;
     auto copy = support::HookImport<decltype(_strdup)>(m_host.Module(), "_strdup",

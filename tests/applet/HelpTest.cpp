@@ -1,8 +1,8 @@
 // Help: the Help button, F1, the help file of each language, and a system without HTML Help.
 #include "applet/AppletTest.h"
+#include "imports/ImportHook.h"
+#include "machine/HostAgent.h"
 #include "resources/resource.h"
-#include "support/HostAgent.h"
-#include "support/ImportHook.h"
 
 #include <cstring>
 #include <htmlhelp.h>
@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, HeldKey, testing::Values(VK_SHIFT, VK_CONTROL));
 class HelpInARefusal : public testing::Test
 {
   protected:
-    // Presses F1 and then Enter in the box that tells of a refusal, and returns the windows that were asked
+    // Presses F1 and then Enter in the box that reports a refusal, and returns the windows that were asked
     // for help.
     std::vector<HWND> WindowsAskedForHelp()
     {
@@ -134,7 +134,7 @@ TEST_F(Help, LoadsHtmlHelpOnFirstUseAndKeepsIt)
     m_host.PressCancel();
 }
 
-TEST_F(Help, LooksFirstWhereHtmlHelpIsRegisteredThenForTheUsualLibrary)
+TEST_F(Help, PrefersTheRegisteredLibrary)
 {
     auto registered = support::HookImport<decltype(RegGetValueA)>(
         m_host.Module(), "RegGetValueA",
@@ -159,7 +159,7 @@ TEST_F(Help, WithoutTheRegisteredLibraryLooksForTheUsualOne)
     m_host.PressCancel();
 }
 
-TEST_F(Help, ALibraryThatWasNotFoundIsNotLookedForAgain)
+TEST_F(Help, DoesNotLookTwiceForAMissingLibrary)
 {
     m_help.RemoveLibrary();
     m_host.Open();
@@ -172,7 +172,7 @@ TEST_F(Help, ALibraryThatWasNotFoundIsNotLookedForAgain)
     m_host.PressCancel();
 }
 
-TEST_F(Help, AnEntryThatWasNotFoundIsNotLookedForAgain)
+TEST_F(Help, DoesNotLookTwiceForAMissingEntry)
 {
     m_help.RemoveEntry();
     m_host.Open();

@@ -85,7 +85,7 @@ TEST_F(Library, LoadsOnDemandWhatManyRunsNeverNeed)
     EXPECT_EQ(delayed, librariesOnDemand);
 }
 
-TEST_F(Library, IsBuiltFor64BitWithAddressRandomisationAndDataProtection)
+TEST_F(Library, IsBuiltFor64BitAndHardened)
 {
     EXPECT_EQ(Header().Magic, IMAGE_NT_OPTIONAL_HDR64_MAGIC);
     const WORD flags = Header().DllCharacteristics;
@@ -95,7 +95,7 @@ TEST_F(Library, IsBuiltFor64BitWithAddressRandomisationAndDataProtection)
     EXPECT_NE(Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC), 0U);
 }
 
-TEST_F(Library, HasNoSectionThatCanBeBothWrittenAndRun)
+TEST_F(Library, HasNoSectionBothWritableAndExecutable)
 {
     constexpr DWORD writtenAndRun = IMAGE_SCN_MEM_WRITE | IMAGE_SCN_MEM_EXECUTE;
     const IMAGE_NT_HEADERS& headers = HeadersOf(m_module);
@@ -130,7 +130,7 @@ bool IsRedirected(const char* windowClass)
                                     windowClass, &found) != FALSE;
 }
 
-TEST_F(Library, HasItsControlsDrawnInTheVisualStyleByItsHosts)
+TEST_F(Library, ShowsItsControlsInTheVisualStyle)
 {
     ACTCTXA request{};
     request.cbSize = sizeof request;

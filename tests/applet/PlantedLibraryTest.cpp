@@ -93,7 +93,7 @@ TEST_F(PlantedLibrary, InTheCurrentDirectoryIsNoHostUtility)
     EXPECT_EQ(Loaded(), library.Path());
 }
 
-TEST_F(PlantedLibrary, LeavesTheDirectoryThatTheProgramHasSetForItsLibraries)
+TEST_F(PlantedLibrary, LeavesTheProgramsOwnLibraryDirectory)
 {
     SetDllDirectoryA("C:\\windows\\system32\\drivers");
     m_host.Open();
@@ -151,7 +151,7 @@ TEST_F(UnregisteredHelp, IsNotTakenFromTheProgramsDirectory)
     EXPECT_EQ(Loaded(), "");
 }
 
-TEST_F(UnregisteredHelp, IsNotTakenFromTheCurrentDirectoryForANameWithoutOne)
+TEST_F(UnregisteredHelp, IsNotLoadedFromTheCurrentDirectory)
 {
     const Planted library(m_directory.File("planted.ocx"));
     const CurrentDirectory current(m_directory.Path());

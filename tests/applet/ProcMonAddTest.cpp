@@ -97,7 +97,7 @@ TEST_F(ProcMonAdd, WhatIsTypedStandsWhereTheItemsNameWill)
 
 // --- every way to end it
 
-TEST_F(ProcMonAdd, TheEnterButtonAddsTheTrimmedNameInSmallLetters)
+TEST_F(ProcMonAdd, EnterAddsTheTrimmedNameInSmallLetters)
 {
     OpenAndType(typedName);
     PressAdd();
@@ -106,7 +106,7 @@ TEST_F(ProcMonAdd, TheEnterButtonAddsTheTrimmedNameInSmallLetters)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonAdd, AfterTheEnterButtonTheFirstAttemptToLeaveIsAbsorbed)
+TEST_F(ProcMonAdd, TheFirstAttemptToLeaveAfterEnterIsAbsorbed)
 {
     OpenAndType(typedName);
     PressAdd();
@@ -116,7 +116,7 @@ TEST_F(ProcMonAdd, AfterTheEnterButtonTheFirstAttemptToLeaveIsAbsorbed)
     ExpectStored("\x80myapp.exe\0"s);
 }
 
-TEST_F(ProcMonAdd, TheEnterKeyAddsTheNameAndLeavesTheSheetOpen)
+TEST_F(ProcMonAdd, TheEnterKeyAddsTheNameOnly)
 {
     OpenAndType(typedName);
     Press(VK_RETURN);
@@ -168,7 +168,7 @@ TEST_F(ProcMonAdd, SwitchingToAnotherProgramAddsTheName)
     ExpectSwitchingAwayAddsTheName();
 }
 
-TEST_F(ProcMonAdd, SwitchingToAnotherProgramFromTheEnterButtonAddsTheName)
+TEST_F(ProcMonAdd, SwitchingProgramsFromEnterAddsTheName)
 {
     OpenAndType(typedName);
     Page().Focus(IDC_PROCMON_ADD);
@@ -197,7 +197,7 @@ TEST_F(ProcMonAdd, F1AddsTheNameAndShowsNoHelp)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonAdd, OnTheEnterButtonTheNameWaitsForThePress)
+TEST_F(ProcMonAdd, FocusOnEnterWaitsForThePress)
 {
     OpenAndType(typedName);
     Page().Focus(IDC_PROCMON_ADD);
@@ -262,7 +262,7 @@ TEST_F(ProcMonAdd, AddingTheSameNameTwiceListsItOnce)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonAdd, TheOptionOfTheNewNameCanBeChangedAtOnce)
+TEST_F(ProcMonAdd, TheNewNamesOptionCanBeChanged)
 {
     Open();
     Add("beta");
@@ -281,7 +281,7 @@ TEST_F(ProcMonAdd, ANameOf260CharactersIsStoredWhole)
     ExpectStored("\x80" + longName + '\0');
 }
 
-TEST_F(ProcMonAdd, OfANameWithATabThePartBeforeItCounts)
+TEST_F(ProcMonAdd, ANameEndsAtATab)
 {
     Open();
     PressAdd();
@@ -295,7 +295,7 @@ TEST_F(ProcMonAdd, OfANameWithATabThePartBeforeItCounts)
 }
 
 // A list box's search for an empty text finds nothing.
-TEST_F(ProcMonAdd, AStoredItemWithoutANameIsNotTheNewOne)
+TEST_F(ProcMonAdd, AStoredItemWithoutANameStaysApart)
 {
     Store("\x83\0\x01"s
           "a\0"s);

@@ -44,7 +44,7 @@ class ProcMonKeys : public ProcMonPageTest
 
 constexpr int tabControl = 0x3020;
 
-TEST_F(ProcMonKeys, TabLeavesOutTheOptionsUntilAnItemIsSelected)
+TEST_F(ProcMonKeys, TabSkipsTheOptionsUntilAnItemIsSelected)
 {
     OpenList();
     EXPECT_EQ(TabStops(), (std::vector{IDC_PROCMON_LIST, IDC_PROCMON_ADD, IDC_PROCMON_DELETE, IDOK, IDCANCEL,
@@ -94,7 +94,7 @@ TEST_F(ProcMonKeys, ArrowsGoThroughTheOptionsAndEnterSaves)
                  "b\0"s);
 }
 
-TEST_F(ProcMonKeys, AltAAndEnterAddANameAndTheNextEnterSaves)
+TEST_F(ProcMonKeys, AltAAddsANameAndEnterSaves)
 {
     OpenList();
     m_host.PressKeyWithAlt('A');

@@ -1,7 +1,7 @@
 // What the Process Monitor page lists when it is shown, and how.
 #include "applet/ProcMonPageTest.h"
-#include "support/HostAgent.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
+#include "machine/HostAgent.h"
 #include "support/RegistryCalls.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ TEST_F(ProcMonLoad, ListsWhatRunsWithoutAnOption)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonLoad, AConfiguredNameThatRunsIsListedOnceWithItsOption)
+TEST_F(ProcMonLoad, ListsAConfiguredRunningNameOnce)
 {
     Store("\x02"s
           "svc.exe\0"s);
@@ -45,7 +45,7 @@ TEST_F(ProcMonLoad, AConfiguredNameThatRunsIsListedOnceWithItsOption)
 
 // On a Japanese system 0x83 is the first byte of a character of two: with the tab behind the name it would be
 // one.
-TEST_F(ProcMonLoad, ANameThatEndsInHalfACharacterIsSavedWithTheNextChange)
+TEST_F(ProcMonLoad, SavesANameWithoutHalfACharacter)
 {
     const bool isJapanese = GetACP() == 932;
     EXPECT_TRUE(isJapanese || support::EnvironmentVariable("VTN_TEST_CODE_PAGE").empty());
@@ -71,7 +71,7 @@ TEST_F(ProcMonLoad, InstancesOfOneProgramAreOneItem)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonLoad, WhatIsNoProgramIsListedOnlyWhenItIsConfigured)
+TEST_F(ProcMonLoad, ListsOtherThanProgramsOnlyWhenConfigured)
 {
     Store("\x01idle\0"s);
     m_tasks.names = {"_Total", "Idle", "unknown"};
@@ -100,7 +100,7 @@ TEST_F(ProcMonLoad, DoubledNamesAreListedOnceWithTheFirstOption)
 }
 
 // The search for the name comes upon the bracketed one first, so the name is not seen to be there.
-TEST_F(ProcMonLoad, OnlyTheFirstItemThatBeginsWithANameCounts)
+TEST_F(ProcMonLoad, OnlyTheFirstItemWithANameCounts)
 {
     Store("\x01[system\0\x01system\0"s);
     m_tasks.names = {"System"};
@@ -134,7 +134,7 @@ TEST_F(ProcMonLoad, TheMiddleBitsOfAnOptionCountForNothing)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonLoad, ConfigurationsThatAreCutShortAreTakenAsFarAsTheyGo)
+TEST_F(ProcMonLoad, ReadsConfigurationsCutShort)
 {
     Store("\x01"s
           "a\0\x02"s
@@ -157,7 +157,7 @@ TEST_F(ProcMonLoad, AFirstOptionOfZeroIsNoConfiguration)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonLoad, WithoutTheLibraryOrItsEntryOnlyConfiguredNamesAreListed)
+TEST_F(ProcMonLoad, WithoutTheLibraryListsConfiguredNames)
 {
     Store("\x01"s
           "a\0"s);
@@ -212,7 +212,7 @@ TEST_F(ProcMonLoad, ReadsTheConfigurationBeforeItAsksWhatRuns)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonLoad, NothingIsSelectedAndTheOptionsAreDisabledAtFirst)
+TEST_F(ProcMonLoad, NothingIsSelectedAtFirst)
 {
     Store("\x01"s
           "a\0"s);

@@ -94,7 +94,7 @@ TEST_P(ProcMonMouseRow, IsSelectedWhenItIsClickedWithNothingTyped)
     m_host.PressCancel();
 }
 
-TEST_P(ProcMonMouseRow, IsSelectedWhenItIsClickedWithANameTyped)
+TEST_P(ProcMonMouseRow, IsSelectedByAClickDuringTyping)
 {
     OpenAndType("MyApp");
     const std::string clicked = Items().at(static_cast<std::size_t>(GetParam()));
@@ -110,7 +110,7 @@ TEST_P(ProcMonMouseRow, IsSelectedWhenItIsClickedWithANameTyped)
 
 INSTANTIATE_TEST_SUITE_P(Rows, ProcMonMouseRow, testing::Values(1, 2, 3));
 
-TEST_F(ProcMonMouse, ALineIsSelectedThatIsClickedWhileEnterHasTheFocus)
+TEST_F(ProcMonMouse, AClickFromTheEnterButtonSelectsALine)
 {
     OpenAndType("MyApp");
     Page().Focus(IDC_PROCMON_ADD);
@@ -121,7 +121,7 @@ TEST_F(ProcMonMouse, ALineIsSelectedThatIsClickedWhileEnterHasTheFocus)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonMouse, AClickOnTheNewLineBesideTheEditAddsTheName)
+TEST_F(ProcMonMouse, AClickBesideTheEditAddsTheName)
 {
     OpenAndType("MyApp");
     ClickRow(0);
@@ -144,7 +144,7 @@ TEST_F(ProcMonMouse, AClickBelowTheLinesAddsTheName)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonMouse, ALineThatIsClickedAfterTheTypingIsSelected)
+TEST_F(ProcMonMouse, AClickAfterTheTypingSelectsTheLine)
 {
     OpenAndType("MyApp");
     ClickRow(1);
@@ -154,7 +154,7 @@ TEST_F(ProcMonMouse, ALineThatIsClickedAfterTheTypingIsSelected)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonMouse, TheEditMovesWithItsLineWhenTheListScrolls)
+TEST_F(ProcMonMouse, TheEditScrollsWithItsLine)
 {
     for (char name = 'a'; name <= 'z'; ++name)
         m_tasks.names.emplace_back(1, name);

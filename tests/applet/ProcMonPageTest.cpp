@@ -129,7 +129,7 @@ TEST_F(ProcMonDelete, OfTheFirstItemGoesOnToTheNext)
     m_host.PressCancel();
 }
 
-TEST_F(ProcMonDelete, UntilTheListIsEmptyLeavesTheButtonEnabledAndNoOption)
+TEST_F(ProcMonDelete, UntilTheListIsEmptyLeavesTheButtonEnabled)
 {
     Store("\x81"s
           "a\0\x82"s
@@ -186,7 +186,7 @@ TEST_F(ProcMonSave, AnUntouchedPageIsNotSaved)
     ExpectStored(oddities);
 }
 
-TEST_F(ProcMonSave, WhatIsLoadedInOrderIsSavedByteForByte)
+TEST_F(ProcMonSave, SavesAnOrderedListByteForByte)
 {
     const std::string stored = "\x01"s
                                "a.exe\0\x83"s
@@ -212,7 +212,7 @@ TEST_F(ProcMonSave, LeavesOutItemsWithoutANameOrAnOption)
                  "a\0"s);
 }
 
-TEST_F(ProcMonSave, OfAStoredNameWithATabThePartBeforeItCounts)
+TEST_F(ProcMonSave, AStoredNameEndsAtATab)
 {
     Store("\x01"s
           "a\tb\0\x82"s
@@ -261,7 +261,7 @@ TEST_F(ProcMonSave, AValueOfAnotherTypeIsReplaced)
                  "a\0"s);
 }
 
-TEST_F(ProcMonSave, ARefusalIsTold)
+TEST_F(ProcMonSave, ReportsARefusal)
 {
     Open();
     Page().Click(IDC_PROCMON_DELETE);

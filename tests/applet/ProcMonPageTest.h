@@ -2,9 +2,9 @@
 #pragma once
 
 #include "applet/AppletTest.h"
+#include "machine/TaskListScript.h"
 #include "resources/resource.h"
 #include "support/LibraryScript.h"
-#include "support/TaskListScript.h"
 
 #include <string>
 #include <vector>

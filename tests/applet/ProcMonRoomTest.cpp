@@ -1,7 +1,7 @@
 // A list box that has no room for another line: nothing is lost of what the Process Monitor page lists and
 // what is stored.
 #include "applet/ProcMonPageTest.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <prsht.h>
 
@@ -63,7 +63,7 @@ TEST_F(ProcMonRoom, AddOpensNoEditWithoutALineForIt)
     ExpectStored(stored);
 }
 
-TEST_F(ProcMonRoom, ANameThatCannotBeListedLeavesTheOthersAsTheyAre)
+TEST_F(ProcMonRoom, ANameWithoutRoomLeavesTheOthers)
 {
     Open();
     const auto limit = Limit(LB_ADDSTRING, 1);
@@ -76,7 +76,7 @@ TEST_F(ProcMonRoom, ANameThatCannotBeListedLeavesTheOthersAsTheyAre)
     ExpectStored(stored);
 }
 
-TEST_F(ProcMonRoom, AnOptionThatCannotBeListedLeavesTheOldOne)
+TEST_F(ProcMonRoom, AnOptionWithoutRoomLeavesTheOldOne)
 {
     Open();
     Select(1);

@@ -31,7 +31,7 @@ class Restart : public AppletTest
     }
 
     // Texts of the message boxes so far.
-    [[nodiscard]] Calls Told() const
+    [[nodiscard]] Calls Shown() const
     {
         Calls texts;
         for (const support::ShownBox& box : m_boxes.Shown())
@@ -55,12 +55,12 @@ TEST_F(Restart, IsOfferedAfterAChangeAndDoneOnYes)
     OpenAndTickABox();
     m_boxes.Answer(IDYES);
     m_host.PressOk();
-    EXPECT_EQ(Told(), Calls{restartQuestion});
+    EXPECT_EQ(Shown(), Calls{restartQuestion});
     EXPECT_EQ(Operations(), (Calls{"ControlService VtMgHost 1", "ControlService SNMP 1", "StartServiceA SNMP",
                                    "StartServiceA VtMgHost"}));
 }
 
-TEST_F(Restart, AsksInFrontOfTheControlPanelAfterTheSheetHasClosed)
+TEST_F(Restart, AsksOverTheControlPanelAfterTheSheet)
 {
     OpenAndTickABox();
     m_boxes.Answer(IDNO);
@@ -84,7 +84,7 @@ TEST_F(Restart, IsAStartWhileTheHostAgentIsStopped)
     OpenAndTickABox();
     m_boxes.Answer(IDYES);
     m_host.PressOk();
-    EXPECT_EQ(Told(), Calls{startQuestion});
+    EXPECT_EQ(Shown(), Calls{startQuestion});
     EXPECT_EQ(Operations(), (Calls{"StartServiceA SNMP", "StartServiceA VtMgHost"}));
 }
 
@@ -92,23 +92,23 @@ TEST_F(Restart, IsNotOfferedWhenNothingWasChanged)
 {
     m_host.Open();
     m_host.PressOk();
-    EXPECT_EQ(Told(), Calls{});
+    EXPECT_EQ(Shown(), Calls{});
 }
 
-TEST_F(Restart, IsOfferedForABoxThatWasTickedAndClearedAgain)
+TEST_F(Restart, IsOfferedForABoxTickedAndCleared)
 {
     OpenAndTickABox();
     m_host.Page("Storage").Uncheck(IDC_STORAGE_FIBRE_TAPE);
     m_boxes.Answer(IDNO);
     m_host.PressOk();
-    EXPECT_EQ(Told(), Calls{restartQuestion});
+    EXPECT_EQ(Shown(), Calls{restartQuestion});
 }
 
 TEST_F(Restart, IsNotOfferedAfterCancel)
 {
     OpenAndTickABox();
     m_host.PressCancel();
-    EXPECT_EQ(Told(), Calls{});
+    EXPECT_EQ(Shown(), Calls{});
 }
 
 TEST_F(Restart, IsNotOfferedAfterARefusedSave)
@@ -117,7 +117,7 @@ TEST_F(Restart, IsNotOfferedAfterARefusedSave)
     m_machine.sasAgent.Delete();
     m_boxes.Answer(IDOK);
     m_host.PressOk();
-    EXPECT_EQ(Told(), Calls{accessDenied});
+    EXPECT_EQ(Shown(), Calls{accessDenied});
 }
 
 class RestartDuringInstallation : public Restart, public testing::WithParamInterface<const char*>
@@ -130,7 +130,7 @@ TEST_P(RestartDuringInstallation, IsNotOfferedAndTheSaveIsDone)
     OpenAndTickABox();
     m_log.Clear();
     m_host.PressOk();
-    EXPECT_EQ(Told(), Calls{});
+    EXPECT_EQ(Shown(), Calls{});
     EXPECT_EQ(m_services.Calls(), Calls{});
     support::ExpectDword(m_machine.fibreAgent, "DisableFlags", 1);
 }

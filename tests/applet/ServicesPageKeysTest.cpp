@@ -1,7 +1,7 @@
 // The Services page with the keyboard alone.
 #include "applet/ServicesPageTest.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <random>
 
@@ -31,7 +31,7 @@ TEST_F(ServicesPageMove, AltRMovesAgentsOneAfterTheOther)
     m_host.PressCancel();
 }
 
-TEST_F(ServicesPageMove, AltAMovesTheAgentThatTheArrowKeysSelect)
+TEST_F(ServicesPageMove, AltAMovesTheSelectedAgent)
 {
     const DialogDriver page = Open();
     PressAltKeys("I");
@@ -73,7 +73,7 @@ class ServicesPageKeys : public ServicesPageMove
     }
 };
 
-TEST_F(ServicesPageKeys, TabGoesFromTheActiveAgentsOverTheButtonsToTheInactiveOnes)
+TEST_F(ServicesPageKeys, TabGoesFromActiveAgentsToInactiveOnes)
 {
     Open();
     PressAltKeys("C");
@@ -130,7 +130,7 @@ TEST_F(ServicesPageKeys, EscapeWritesNothing)
     support::ExpectMultiString(m_agents.Parameters("VtMgHost"), "SubServices", {"VTNA", "VTNB"});
 }
 
-TEST_F(ServicesPageKeys, ArrowKeysChooseWhatTheNextKeysMoveAndSave)
+TEST_F(ServicesPageKeys, ArrowKeysChooseWhatIsMovedAndSaved)
 {
     Open();
     PressAltKeys("C");
@@ -155,7 +155,7 @@ TEST_F(ServicesPageKeys, StartOnTheActiveAgents)
     m_host.PressCancel();
 }
 
-TEST_F(ServicesPageKeys, StartOnTheFirstControlThatCanBeUsedWhenNoAgentIsActive)
+TEST_F(ServicesPageKeys, StartOnTheFirstUsableControl)
 {
     m_agents.SetActive("VtMgHost", {});
     Open();
@@ -204,7 +204,7 @@ class ServicesPageAnyKeys : public ServicesPageKeys, public testing::WithParamIn
     std::mt19937 m_random{GetParam()};
 };
 
-TEST_P(ServicesPageAnyKeys, LeaveTheFocusOnAnEnabledControlAndEveryAgentInOneList)
+TEST_P(ServicesPageAnyKeys, KeepFocusAndAgentsInPlace)
 {
     const DialogDriver page = Open();
     PressAltKeys("C");

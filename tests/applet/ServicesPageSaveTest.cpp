@@ -1,4 +1,4 @@
-// What OK on the Services page writes, tells the service manager and leads to.
+// What OK on the Services page writes to the registry and the service manager, and leads to.
 #include "applet/ServicesPageTest.h"
 
 namespace {
@@ -25,7 +25,7 @@ TEST_F(ServicesPageSave, DisablesAServiceWithoutActiveAgents)
     ExpectSaved(m_agents, "VtMgHost", {});
 }
 
-TEST_F(ServicesPageSave, TellsTheServiceManager)
+TEST_F(ServicesPageSave, ConfiguresTheServiceManager)
 {
     for (const AgentService& service : agentServices)
         m_services.Add(service.name, {});
@@ -73,7 +73,7 @@ TEST_F(ServicesPageSave, GivesTheSameResultOncePerVisitedPage)
     ExpectSaved(m_agents, "VtMgHost", {"VTNB"});
 }
 
-TEST_F(ServicesPageSave, TellsTheUserThatItIsRefused)
+TEST_F(ServicesPageSave, ReportsARefusal)
 {
     Open().Click(removeButton);
     m_agents.Parameters("VtMgServ").Delete();
@@ -99,7 +99,7 @@ TEST_F(ServicesPagePair, StaysWhereItIsWhenItsPartnerIsMoved)
     m_host.PressCancel();
 }
 
-TEST_F(ServicesPagePair, IsSavedWithItsPartnerIfTheListsHaveTheRoom)
+TEST_F(ServicesPagePair, IsSavedWithItsPartnerIfThereIsRoom)
 {
     m_agents.SetActive("VtMgHost", {"VTNMHOST"});
     const DialogDriver page = Open();
@@ -108,7 +108,7 @@ TEST_F(ServicesPagePair, IsSavedWithItsPartnerIfTheListsHaveTheRoom)
     ExpectSaved(m_agents, "VTNNicMgmt", {"VTNMNIC", "VTNNICS"});
 }
 
-TEST_F(ServicesPagePair, IsNotSavedBeyondTheNumberOfActiveAgentsThatAreShown)
+TEST_F(ServicesPagePair, IsNotSavedBeyondTheActiveAgentsShown)
 {
     const DialogDriver page = Open();
     page.Select(inactiveList, 1);
@@ -130,7 +130,7 @@ TEST_F(ServicesPagePair, GoesWithItsPartnerWhenThatIsRemoved)
 
 // --- what follows
 
-TEST_F(ServicesPageSave, OffersTheRestartEvenForAnAgentThatWasMovedThereAndBack)
+TEST_F(ServicesPageSave, OffersTheRestartForAnAgentMovedBack)
 {
     m_services.Add("VtMgHost", {.states = {support::ServiceState(SERVICE_RUNNING)}});
     const DialogDriver page = Open();

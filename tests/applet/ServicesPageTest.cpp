@@ -1,8 +1,8 @@
 // The Services page through its window: the two lists, and moving agents with the mouse.
 #include "applet/ServicesPageTest.h"
 
+#include "imports/ImportHook.h"
 #include "support/HelpRecorder.h"
-#include "support/ImportHook.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ TEST_F(ServicesPage, ShowsNoSubkeysThatAreNoAgents)
     m_host.PressCancel();
 }
 
-TEST_F(ServicesPage, LeavesOutAServiceThatCannotBeReadWithoutAMessage)
+TEST_F(ServicesPage, LeavesOutAnUnreadableServiceSilently)
 {
     AddAgents("VtMgHost", {"VTNA"}, {});
     AddAgents("VTNNicMgmt", {"VTNE"}, {});
@@ -82,7 +82,7 @@ TEST_F(ServicesPage, SelectsTheFirstAgentOfEachList)
 
 // --- moving
 
-TEST_F(ServicesPageMove, AddTakesTheSelectedAgentToTheEndOfTheActiveOnes)
+TEST_F(ServicesPageMove, AddAppendsTheAgentToTheActiveOnes)
 {
     const DialogDriver page = Open();
     page.Select(inactiveList, 1);
@@ -91,7 +91,7 @@ TEST_F(ServicesPageMove, AddTakesTheSelectedAgentToTheEndOfTheActiveOnes)
     m_host.PressCancel();
 }
 
-TEST_F(ServicesPageMove, RemoveTakesTheSelectedAgentToTheEndOfTheInactiveOnes)
+TEST_F(ServicesPageMove, RemoveAppendsTheAgentToTheInactiveOnes)
 {
     const DialogDriver page = Open();
     page.Click(removeButton);
@@ -117,7 +117,7 @@ void DoubleClickNothing(const DialogDriver& page, int list)
                         reinterpret_cast<LPARAM>(page.Control(list)));
 }
 
-TEST_F(ServicesPageMove, ADoubleClickWithoutASelectionMovesAndSavesNothing)
+TEST_F(ServicesPageMove, ADoubleClickWithoutASelectionDoesNothing)
 {
     const DialogDriver page = Open();
     DoubleClickNothing(page, activeList);
@@ -127,7 +127,7 @@ TEST_F(ServicesPageMove, ADoubleClickWithoutASelectionMovesAndSavesNothing)
     support::ExpectAbsent(m_agents.Service("VtMgHost"), "Start");
 }
 
-TEST_F(ServicesPageMove, TheNextAgentAfterADoubleClickWithoutASelectionStillGoesToTheEnd)
+TEST_F(ServicesPageMove, AMoveAfterAnEmptyDoubleClickAppends)
 {
     const DialogDriver page = Open();
     DoubleClickNothing(page, activeList);
@@ -174,7 +174,7 @@ TEST_F(ServicesPageMove, TurningToAnotherPageAndBackKeepsTheLists)
 
 // --- what can be used
 
-TEST_F(ServicesPageMove, AnEmptiedListIsDisabledWithItsLabelAndButtonUntilAnAgentComesBack)
+TEST_F(ServicesPageMove, AnEmptiedListIsDisabledUntilAnAgentReturns)
 {
     const DialogDriver page = Open();
     page.Click(removeButton);
@@ -187,7 +187,7 @@ TEST_F(ServicesPageMove, AnEmptiedListIsDisabledWithItsLabelAndButtonUntilAnAgen
     m_host.PressCancel();
 }
 
-TEST_F(ServicesPageMove, AnEmptyInactiveListIsDisabledWithItsLabelAndButton)
+TEST_F(ServicesPageMove, AnEmptyInactiveListIsDisabled)
 {
     const DialogDriver page = Open();
     page.Click(addButton);
@@ -197,7 +197,7 @@ TEST_F(ServicesPageMove, AnEmptyInactiveListIsDisabledWithItsLabelAndButton)
     m_host.PressCancel();
 }
 
-TEST_F(ServicesPageMove, TheFocusGoesFromAnEmptiedListToTheOtherOne)
+TEST_F(ServicesPageMove, TheFocusLeavesAnEmptiedList)
 {
     const DialogDriver page = Open();
     DoubleClick(page, inactiveList, 0);
@@ -283,7 +283,7 @@ class ServicesPageRoom : public ServicesPage
     }
 };
 
-TEST_F(ServicesPageRoom, KeepsAnAgentWhereItIsWhenTheOtherListIsFull)
+TEST_F(ServicesPageRoom, KeepsAnAgentWhenTheOtherListIsFull)
 {
     const DialogDriver page = Open();
     const auto limit = Limit(0);

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "applet/AppletTest.h"
+#include "machine/AgentMachine.h"
 #include "resources/resource.h"
-#include "support/AgentMachine.h"
 #include "support/ServiceScript.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // The sheet from the keyboard: pages, buttons, and help on each page.
 #include "applet/AppletTest.h"
+#include "machine/BoardScript.h"
 #include "resources/resource.h"
-#include "support/BoardScript.h"
 
 #include <commctrl.h>
 
@@ -40,14 +40,14 @@ using Tabs = std::vector<std::string>;
 const Tabs tabsAndBack = {"Services",        "SNMP Settings", "Storage", "Desktop Mgmt",
                           "Process Monitor", "Remote Lumora", "Services"};
 
-TEST_F(SheetKeys, CtrlWithTabOrPageDownTurnsToTheNextPage)
+TEST_F(SheetKeys, CtrlTabAndCtrlPageDownTurnForward)
 {
     EXPECT_EQ(Turned({VK_CONTROL}, VK_TAB), tabsAndBack);
     EXPECT_EQ(Turned({VK_CONTROL}, VK_NEXT), tabsAndBack);
     m_host.PressCancel();
 }
 
-TEST_F(SheetKeys, CtrlWithShiftAndTabOrPageUpTurnsToThePageBefore)
+TEST_F(SheetKeys, CtrlShiftTabAndCtrlPageUpTurnBack)
 {
     const Tabs backwards(tabsAndBack.rbegin(), tabsAndBack.rend());
     EXPECT_EQ(Turned({VK_CONTROL, VK_SHIFT}, VK_TAB), backwards);
@@ -55,7 +55,7 @@ TEST_F(SheetKeys, CtrlWithShiftAndTabOrPageUpTurnsToThePageBefore)
     m_host.PressCancel();
 }
 
-TEST_F(SheetKeys, TheArrowKeysTurnThePagesWhileTheTabsHaveTheFocus)
+TEST_F(SheetKeys, ArrowKeysOnTheTabsTurnThePages)
 {
     ASSERT_TRUE(TabTo(FindWindowExA(m_host.Sheet().Window(), nullptr, WC_TABCONTROLA, nullptr)));
     m_host.PressKey(VK_RIGHT);
@@ -79,7 +79,7 @@ TEST_F(SheetKeys, EscIsCancel)
     ExpectDword(m_machine.fibreAgent, "DisableFlags", 0);
 }
 
-TEST_F(SheetKeys, TabReachesTheButtonsInTheirOrderBehindThePage)
+TEST_F(SheetKeys, TabReachesTheButtonsAfterThePage)
 {
     const support::DialogDriver sheet = m_host.Sheet();
     ASSERT_TRUE(TabTo(sheet.Control(IDOK)));

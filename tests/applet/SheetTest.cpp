@@ -1,7 +1,7 @@
 // One opening of the sheet: title, tabs, buttons, how it ends, and what it leaves behind.
 #include "applet/AppletTest.h"
+#include "imports/ImportHook.h"
 #include "resources/resource.h"
-#include "support/ImportHook.h"
 
 #include <commctrl.h>
 #include <cpl.h>
@@ -26,14 +26,14 @@ support::ShownBox RefusalBox()
 
 // --- title
 
-TEST_F(Sheet, ShowsTheVersionOfItsOwnFileInTheTitle)
+TEST_F(Sheet, ShowsItsFilesVersionInTheTitle)
 {
     m_host.Open();
     EXPECT_EQ(m_host.Sheet().Title(), "Management Agents for Servers Version " VTN_TEST_VERSION " - Windows");
     m_host.PressCancel();
 }
 
-TEST_F(Sheet, HasATitleWithoutAVersionWhenTheFileTellsNone)
+TEST_F(Sheet, HasATitleWithoutAnUnreadableVersion)
 {
     auto hook = support::HookImport<decltype(VerQueryValueA)>(
         m_host.Module(), "VerQueryValueA", [](auto, LPCVOID, LPCSTR, LPVOID*, PUINT) { return FALSE; });
@@ -42,7 +42,7 @@ TEST_F(Sheet, HasATitleWithoutAVersionWhenTheFileTellsNone)
     m_host.PressCancel();
 }
 
-TEST_F(Sheet, HasATitleWithoutAVersionWhenTheFileHasNoVersionBlock)
+TEST_F(Sheet, HasATitleWithoutAVersionBlock)
 {
     auto hook = support::HookImport<decltype(GetFileVersionInfoSizeA)>(
         m_host.Module(), "GetFileVersionInfoSizeA", [](auto, LPCSTR, LPDWORD) { return DWORD{0}; });
@@ -128,7 +128,7 @@ TEST_F(Sheet, TheCrossSavesNothing)
 
 // --- refusals
 
-TEST_F(Sheet, ARefusalWhileThePagesLoadIsToldAndNothingOpens)
+TEST_F(Sheet, ReportsARefusedLoadAndDoesNotOpen)
 {
     m_machine.sasAgent.Delete();
     m_boxes.Answer(IDOK);
@@ -137,7 +137,7 @@ TEST_F(Sheet, ARefusalWhileThePagesLoadIsToldAndNothingOpens)
     support::ExpectBoxes(m_boxes, {RefusalBox()});
 }
 
-TEST_F(Sheet, ARefusedSaveEndsTheSheetAndIsToldOnce)
+TEST_F(Sheet, EndsAndReportsOnceAfterARefusedSave)
 {
     m_host.Open();
     m_host.Page("Storage").Check(IDC_STORAGE_FIBRE_TAPE);
@@ -161,7 +161,7 @@ TEST_F(Sheet, OpensAgainAfterARefusal)
     m_host.PressOk();
 }
 
-TEST_F(Sheet, PassesExceptionsOnThatAreNoRefusalsAndOpensAgain)
+TEST_F(Sheet, PassesOtherExceptionsOnAndOpensAgain)
 {
     {
         auto hook = support::HookImport<decltype(VerQueryValueA)>(
@@ -176,7 +176,7 @@ TEST_F(Sheet, PassesExceptionsOnThatAreNoRefusalsAndOpensAgain)
 
 // --- one above the other
 
-// The host's window, which opens the applet whenever it is told to, while a sheet is up too.
+// The host's window, which opens the applet on request, while a sheet is up too.
 class OpeningFrame
 {
   public:
@@ -209,7 +209,7 @@ class OpeningFrame
     LONG_PTR m_former;
 };
 
-TEST_F(Sheet, OpenedAboveAnotherBelongsToTheHostTooAndLeavesTheOtherUsable)
+TEST_F(Sheet, OpenedAboveAnotherLeavesThatUsable)
 {
     const OpeningFrame frame(m_host);
     m_host.Open();

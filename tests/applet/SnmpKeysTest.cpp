@@ -61,7 +61,7 @@ class SnmpKeys : public SnmpPage
 
 // --- Tab
 
-TEST_F(SnmpKeys, TabGoesThroughThePageFromTopToBottomThenThroughTheSheet)
+TEST_F(SnmpKeys, TabGoesDownThePageThenThroughTheSheet)
 {
     OpenAtTheRole();
     EXPECT_EQ(
@@ -176,7 +176,7 @@ TEST_F(SnmpKeys, ArrowsChooseTheInterval)
 
 // --- Enter and Esc
 
-TEST_F(SnmpKeys, EnterIsOkInAFieldAndOnABox)
+TEST_F(SnmpKeys, EnterMeansOkInFieldsAndBoxes)
 {
     for (const int control : {IDC_SNMP_SERVER_ROLE, IDC_SNMP_INTERVAL, IDC_SNMP_SETS}) {
         const DialogDriver page = OpenAtTheRole();

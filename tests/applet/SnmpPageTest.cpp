@@ -66,7 +66,7 @@ TEST_F(SnmpPage, OffersRackTrapsOnlyWithRackSupport)
     EXPECT_TRUE(Ask(isOffered));
 }
 
-TEST_F(SnmpPage, OffersTheTestTrapOnlyWithAnActiveSnmpServiceAndTrapData)
+TEST_F(SnmpPage, OffersTheTestTrapOnlyWithSnmpAndData)
 {
     const support::SavedKey traps("SYSTEM\\VortanHost\\Host\\Component\\GenericTrap");
     support::ServiceScript services(m_host.Module());
@@ -83,7 +83,7 @@ TEST_F(SnmpPage, OffersTheTestTrapOnlyWithAnActiveSnmpServiceAndTrapData)
 
 // --- sets and remote reboot
 
-TEST_F(SnmpPage, UnchecksRemoteRebootThatWasStoredWithoutSetsAndSavesNothing)
+TEST_F(SnmpPage, UnchecksRemoteRebootStoredWithoutSets)
 {
     m_machine.hostSnmp.SetDword("SetsEnabled", 2);
     const DialogDriver page = Open();
@@ -127,7 +127,7 @@ TEST_F(SnmpPage, SavesEveryCombinationThatTheUserCanTick)
 
 // --- what each control saves
 
-// Values that tell which of the page's settings were written.
+// Values that show which of the page's settings were written.
 class OneControl : public SnmpPage
 {
   protected:
@@ -289,7 +289,7 @@ class ApplyNotice : public SnmpPage
         bool operator==(const Notice&) const = default;
     };
 
-    // What tells the sheet, while the user does something on the page, that its settings have been changed.
+    // What notifies the sheet, while the user works on the page, that its settings have been changed.
     template <typename Action>
     std::vector<Notice> NoticesOf(Action action)
     {

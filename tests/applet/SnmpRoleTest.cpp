@@ -37,7 +37,7 @@ class StoredRole : public SnmpPage, public testing::WithParamInterface<std::size
 {
 };
 
-TEST_P(StoredRole, OfAnyLengthIsShownAndStaysUnlessItIsEdited)
+TEST_P(StoredRole, OfAnyLengthStaysUnlessEdited)
 {
     const std::string role(GetParam(), 'r');
     m_machine.product.SetString("ServerRole", role);
@@ -51,7 +51,7 @@ TEST_P(StoredRole, OfAnyLengthIsShownAndStaysUnlessItIsEdited)
 
 INSTANTIATE_TEST_SUITE_P(Lengths, StoredRole, testing::Values(64, 65, 1000));
 
-TEST_F(SnmpPage, RefusesAnEditedServerRoleThatIsStillTooLong)
+TEST_F(SnmpPage, RefusesAnEditedServerRoleStillTooLong)
 {
     m_machine.product.SetString("ServerRole", std::string(70, 'r'));
     const DialogDriver page = Open();

@@ -1,6 +1,6 @@
 // The SNMP Settings page's test trap button.
 #include "applet/SnmpActions.h"
-#include "support/HostAgent.h"
+#include "machine/HostAgent.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ constexpr char sendingLibrary[] = "..\\unit\\snmp\\host_agent_stand_in.dll";
 constexpr char notGenerated[] =
     "The trap could not be generated.\n\nPlease insure that the Host Agent is enabled and running.";
 
-TEST_F(TestTrapButton, TellsThatTheAlerterIsNotReady)
+TEST_F(TestTrapButton, ReportsThatTheAlerterIsNotReady)
 {
     ExpectBox("The Management Agents Remote Alerter agent has not finished initializing or is not enabled.  "
               "The test "
@@ -31,14 +31,14 @@ TEST_F(TestTrapButton, TellsThatTheAlerterIsNotReady)
               appletCaption, MB_ICONINFORMATION);
 }
 
-TEST_F(TestTrapButton, TellsThatTheTrapCouldNotBeGenerated)
+TEST_F(TestTrapButton, ReportsThatTheTrapCouldNotBeGenerated)
 {
     support::InstalledHostAgent::Remove();
     const support::ReadyAlerter alerter;
     ExpectBox(notGenerated, errorCaption, MB_ICONEXCLAMATION);
 }
 
-TEST_F(TestTrapButton, TellsThatTheHostAgentRefusedTheTrap)
+TEST_F(TestTrapButton, ReportsThatTheHostAgentRefusedTheTrap)
 {
     const support::ReadyAlerter alerter;
     const support::InstalledHostAgent hostAgent(sendingLibrary, 1);
@@ -57,7 +57,7 @@ TEST_F(TestTrapButton, ShowsTheTrapThatWasSent)
                                     appletCaption, MB_ICONINFORMATION}});
 }
 
-TEST_F(TestTrapButton, TellsThatTheLibraryIsNotTheHostAgentsAndKeepsIt)
+TEST_F(TestTrapButton, ReportsAnotherLibraryAndKeepsIt)
 {
     const support::ReadyAlerter alerter;
     const support::InstalledHostAgent hostAgent("..\\unit\\snmp\\host_agent_without_entry.dll");
@@ -67,7 +67,7 @@ TEST_F(TestTrapButton, TellsThatTheLibraryIsNotTheHostAgentsAndKeepsIt)
 }
 
 // Whatever the user leaves open for how long: the host agent can be updated meanwhile.
-TEST_F(TestTrapButton, UnloadsTheLibraryBeforeItTellsWhatHasBecomeOfTheTrap)
+TEST_F(TestTrapButton, UnloadsTheLibraryBeforeItReports)
 {
     const support::ReadyAlerter alerter;
     const auto unload = support::HookImport<decltype(FreeLibrary)>(m_host.Module(), "FreeLibrary",

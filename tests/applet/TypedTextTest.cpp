@@ -1,9 +1,9 @@
 // Characters beyond ASCII, typed: queued as keys leave them and fetched by the sheet's own loop. The texts
 // are those of the system's code page; CTest runs these tests on a Western system and on a Japanese one.
 #include "applet/AppletTest.h"
+#include "machine/TaskListScript.h"
 #include "resources/resource.h"
 #include "support/ShareScript.h"
-#include "support/TaskListScript.h"
 
 #include <cstdlib>
 
@@ -52,7 +52,7 @@ class TypedText : public AppletTest
     support::ShareScript m_shares{m_host.Module()};
 };
 
-TEST_F(TypedText, HasTheCodePageThatTheTestIsRunFor)
+TEST_F(TypedText, HasTheCodePageOfTheRun)
 {
     const char* const wanted = std::getenv("VTN_TEST_CODE_PAGE");
     EXPECT_EQ(std::to_string(GetACP()), wanted == nullptr ? "1252" : wanted);

@@ -1,4 +1,4 @@
-// The service program under the real service manager: as slow, as stuck and as broken as it is told to be.
+// The service program under the real service manager: as slow, as stuck and as broken as its settings say.
 #include "StandIn.h"
 #include "support/UiThread.h"
 
@@ -97,7 +97,7 @@ class AgentService : public testing::Test
     }
 };
 
-TEST_F(AgentService, StartsStopsAndPausesWhenTold)
+TEST_F(AgentService, StartsStopsAndPausesOnRequest)
 {
     Install("");
     ASSERT_EQ(Start(), 0u);

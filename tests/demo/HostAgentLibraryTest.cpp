@@ -139,7 +139,7 @@ TEST(HostAgentLibrary, LogsEachTrapBesideItself)
     std::filesystem::remove(log);
 }
 
-TEST(HostAgentLibrary, AnswersWithAnErrorWhenTheLogCannotBeWritten)
+TEST(HostAgentLibrary, ReturnsAnErrorWithoutALog)
 {
     const auto log = BuiltFile("traps.log");
     std::filesystem::remove(log);

@@ -30,13 +30,13 @@ class MachineSettings : public testing::Test
     support::SavedKey m_board{"SOFTWARE\\Norvale Demo\\Board"};
 };
 
-TEST_F(MachineSettings, HaveADebuggerOfTheSystemAndTheAgentsOneParked)
+TEST_F(MachineSettings, HaveTheAgentsDebuggerParked)
 {
     ExpectString(m_debuggers, "Debugger", "drwtsn32 -p %ld -e %ld -g");
     ExpectString(m_hostAgents.Subkey("AppTrap"), "Debugger", "vtndbg -p %ld -e %ld -g");
 }
 
-TEST_F(MachineSettings, TellWhatTheServerIsFor)
+TEST_F(MachineSettings, SayWhatTheServerIsFor)
 {
     ExpectString(m_product, "ServerRole", "Domain controller, building 2");
     ExpectDword(m_hostAgents.Subkey("VTNMHOST"), "HostFlags", 0);

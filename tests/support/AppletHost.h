@@ -8,8 +8,8 @@
 //     host.PressOk();
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/DialogDriver.h"
-#include "support/ImportHook.h"
 #include "support/UiThread.h"
 
 #include <future>

@@ -165,7 +165,7 @@ TEST_F(AppletHostTest, PressesHelpAndF1ButNotWithShift)
     m_host.PressCancel();
 }
 
-TEST_F(AppletHostTest, PressesKeysAsTheDialogsOfTheSystemKnowThem)
+TEST_F(AppletHostTest, PressesKeysAsSystemDialogsKnowThem)
 {
     MessageBoxScript boxes(m_host.Module());
     m_host.Open();

@@ -2,6 +2,8 @@
 // Windows write into it, and a test compares it with the calls that it expects.
 #pragma once
 
+#include "support/Mutex.h"
+
 #include <mutex>
 #include <set>
 #include <string>
@@ -42,7 +44,7 @@ class CallLog
     }
 
   private:
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::vector<std::string> m_calls;
 };
 

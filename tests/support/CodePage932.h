@@ -1,7 +1,7 @@
 // Japanese texts on a system of another language: which bytes begin a character of two.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <windows.h>
 

@@ -58,7 +58,7 @@ class DialogDriver
     [[nodiscard]] std::vector<std::string> Items(int id) const;
     // The chosen row of a list box or combo box; -1 when none is.
     [[nodiscard]] int Selection(int id) const;
-    // Chooses a row as a user does: the dialog is told.
+    // Chooses a row as a user does: the dialog is notified.
     void Select(int id, int row) const;
 
   private:

@@ -5,8 +5,8 @@
 //     ERROR_SERVICE_DATABASE_LOCKED);
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/Expect.h"
-#include "support/ImportHook.h"
 
 #include <algorithm>
 #include <array>

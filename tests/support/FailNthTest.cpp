@@ -21,7 +21,7 @@ using support::FailNth;
 
 const char absent[] = "no such name";
 
-TEST(FailNth, FailsJustTheCallThatItIsToldTo)
+TEST(FailNth, FailsTheChosenCallOnly)
 {
     const FailNth<"DeleteFileA", decltype(DeleteFileA)> fail(GetModuleHandleA(nullptr), 2, FALSE,
                                                              ERROR_DISK_FULL);

@@ -1,9 +1,10 @@
 // A clock that the tests turn: a module's Sleep returns at once and moves the time that its GetTickCount
-// tells. For everything that waits.
+// returns. For everything that waits.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
-#include "support/ImportHook.h"
+#include "support/Mutex.h"
 
 #include <functional>
 #include <mutex>
@@ -33,7 +34,7 @@ class FakeClock
     static void WINAPI PassTime(DWORD milliseconds);
     static DWORD WINAPI Ticks();
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     DWORD m_ticks;
     std::vector<DWORD> m_sleeps;
     std::function<void(DWORD)> m_action;

@@ -1,7 +1,8 @@
 // Stands in for HTML Help: keeps the requests of a module instead of opening help windows.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
+#include "support/Mutex.h"
 
 #include <mutex>
 #include <string>
@@ -47,7 +48,7 @@ class HelpRecorder
     static FARPROC WINAPI FindEntry(HMODULE library, LPCSTR name);
     static HWND WINAPI Show(HWND owner, LPCSTR file, UINT command, DWORD_PTR topic);
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::vector<HelpRequest> m_requests;
     std::vector<std::string> m_libraries;
     bool m_hasLibrary = true;

@@ -1,5 +1,5 @@
 // The import-table hook itself, on this program's own imports.
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ TEST(ImportHook, RefusesALambdaExpressionThatIsActive)
     EXPECT_THROW(auto second = hook("GetCurrentProcessId"), std::logic_error);
 }
 
-TEST(ReplacedImport, LeavesAModuleAloneThatDoesNotImportTheFunction)
+TEST(ReplacedImport, LeavesAModuleWithoutTheImport)
 {
     const support::ReplacedImport none(GetModuleHandleA(nullptr), "NoSuchFunction", &Ticks);
     EXPECT_FALSE(none.IsImported());

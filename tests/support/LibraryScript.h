@@ -2,7 +2,8 @@
 // in it. For everything that the product asks of libraries that other programs install.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
+#include "support/Mutex.h"
 
 #include <map>
 #include <mutex>
@@ -56,7 +57,7 @@ class LibraryScript
     void Put(const std::string& fileName, const std::string& entry, void* function);
     Library* Find(HMODULE module);
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::map<std::string, Library>
         m_libraries; // by file name in lower case; the elements' addresses are handles
     Turn<LibraryScript> m_turn;

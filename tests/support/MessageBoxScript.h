@@ -2,9 +2,9 @@
 // tests of everything that asks or reports.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
 #include "support/Expect.h"
-#include "support/ImportHook.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -21,7 +21,7 @@ HMODULE Self()
     return MessageBoxA(GetDesktopWindow(), text, "Caption", style);
 }
 
-TEST(MessageBoxScript, GivesTheAnswersInTheirOrderAndKeepsWhatWasShown)
+TEST(MessageBoxScript, AnswersInOrderAndKeepsWhatWasShown)
 {
     MessageBoxScript boxes(Self());
     boxes.Answer(IDYES).Answer(IDNO);

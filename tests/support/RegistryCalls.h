@@ -2,8 +2,9 @@
 // closes them. The calls themselves reach the registry.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
-#include "support/ImportHook.h"
+#include "support/Mutex.h"
 
 #include <map>
 #include <mutex>
@@ -51,7 +52,7 @@ class RegistryCalls
     [[nodiscard]] std::string PathOf(HKEY key) const;
     [[nodiscard]] std::string PathOf(HKEY key, LPCSTR subkey) const;
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::map<HKEY, std::string> m_openKeys;
     CallLog m_ownLog;
     CallLog* m_log;

@@ -69,7 +69,7 @@ TEST(RegistryCalls, ListsEachCallWithItsKeyAndFailure)
                      "RegCloseKey " + path}));
 }
 
-TEST(RegistryCalls, TellsTheKeysLeftOpen)
+TEST(RegistryCalls, ReportsTheKeysLeftOpen)
 {
     const ScratchKey scratch("SOFTWARE\\vtnmgmt-calls");
     const RegistryCalls calls(GetModuleHandleA(nullptr));

@@ -104,7 +104,7 @@ struct HandleTable
     HandleEntry entries[1];
 };
 
-// The handles of all processes, as NtQuerySystemInformation tells them.
+// The handles of all processes, as NtQuerySystemInformation lists them.
 std::vector<BYTE> ReadHandleTable()
 {
     using Query = LONG WINAPI(int kind, void* buffer, ULONG size, ULONG* needed);

@@ -1,8 +1,8 @@
 // Counts what this process holds of Windows, for tests of leaks: take a count, do the thing, and compare.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/Expect.h"
-#include "support/ImportHook.h"
 
 #include <atomic>
 #include <iosfwd>
@@ -32,7 +32,7 @@ std::ostream& operator<<(std::ostream& out, const ResourceCount& count);
 void ExpectNoLeak(const ResourceCount& before, Location where = Location::current());
 
 // Counts the Windows hooks that one module installs (SetWindowsHookExA) and removes (UnhookWindowsHookEx),
-// which no system call tells. One counter at a time; throws std::runtime_error when the module does not
+// which no system call reports. One counter at a time; throws std::runtime_error when the module does not
 // import both.
 class WindowsHookCount
 {

@@ -1,6 +1,8 @@
 // The service functions as the script answers them; see the header.
 #include "support/ServiceScript.h"
 
+#include "imports/TextsBehind.h"
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -62,22 +64,6 @@ std::string Join(const std::vector<std::string>& texts, char separator)
         joined += text + separator;
     return joined;
 }
-
-// Texts that stand behind a record in the caller's buffer.
-class TextsBehind
-{
-  public:
-    explicit TextsBehind(void* end) : m_end(static_cast<char*>(end)) {}
-
-    LPSTR Put(const std::string& text)
-    {
-        std::memcpy(m_end, text.c_str(), text.size() + 1);
-        return std::exchange(m_end, m_end + text.size() + 1);
-    }
-
-  private:
-    char* m_end;
-};
 
 } // namespace
 
@@ -230,7 +216,7 @@ BOOL ServiceScript::QueryConfig(SC_HANDLE handle, LPQUERY_SERVICE_CONFIGA config
                                  service->displayName.size() + 5);
     if (size < *needed)
         return Refuse(ERROR_INSUFFICIENT_BUFFER, FALSE);
-    TextsBehind texts(config + 1);
+    TextsBehind<char> texts(config + 1);
     *config = {SERVICE_WIN32_OWN_PROCESS, service->startType, SERVICE_ERROR_NORMAL,
                texts.Put(path),           texts.Put(""),      0,
                texts.Put(dependencies),   texts.Put(account), texts.Put(service->displayName)};
@@ -276,7 +262,7 @@ BOOL ServiceScript::EnumDependents(SC_HANDLE handle, DWORD state, LPENUM_SERVICE
         *needed += static_cast<DWORD>(sizeof *list + name.size() + self.DisplayName(name).size() + 2);
     if (size < *needed)
         return Refuse(ERROR_MORE_DATA, FALSE);
-    TextsBehind texts(list + names.size());
+    TextsBehind<char> texts(list + names.size());
     for (const std::string& name : names)
         list[(*count)++] = {texts.Put(name), texts.Put(self.DisplayName(name)), self.Status(name)};
     return TRUE;
@@ -328,7 +314,7 @@ BOOL ServiceScript::Control(SC_HANDLE handle, DWORD control, LPSERVICE_STATUS st
     const DWORD error = self.StopError(*service);
     if (error == ERROR_SUCCESS)
         service->states = service->afterStop;
-    // Windows tells the state also when it refuses; it is not used up by that.
+    // Windows returns the state also when it refuses; it is not used up by that.
     *status = service->states.front();
     return error == ERROR_SUCCESS ? TRUE : Refuse(error, FALSE);
 }

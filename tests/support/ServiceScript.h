@@ -1,10 +1,11 @@
-// A service manager that does what the test tells it: named services whose states come from a list, calls
+// A service manager that does what the test says: named services whose states come from a list, calls
 // that fail on demand, and every call written down. For the tests of service control, whose waits and
 // failures no real service shows to the letter.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
-#include "support/ImportHook.h"
+#include "support/Mutex.h"
 
 #include <deque>
 #include <map>
@@ -36,8 +37,8 @@ struct ScriptedService
 
 // Stands in for the service functions of one module (those that it imports); one script at a time. It keeps
 // Windows' rules: a handle allows what it was opened for, a running service does not start, a disabled one
-// neither, a service with running dependents does not stop, a buffer that is too small gets its size told.
-// Entries of the log are the function, the service and what was asked:
+// neither, a service with running dependents does not stop, a buffer that is too small gets the size it
+// needs. Entries of the log are the function, the service and what was asked:
 //
 //     OpenSCManagerA ServicesActive 0x20000000
 //     OpenServiceA SNMP 0xf01ff
@@ -110,7 +111,7 @@ class ServiceScript
     [[nodiscard]] std::string DisplayName(const std::string& name) const;
     [[nodiscard]] SERVICE_STATUS Status(const std::string& name) const;
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::map<std::string, ScriptedService> m_services;
     std::vector<Opened> m_opened;
     std::vector<Failure> m_failures;

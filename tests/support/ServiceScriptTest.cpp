@@ -62,7 +62,7 @@ class ServiceScriptTest : public testing::Test
     ServiceScript m_script{GetModuleHandleA(nullptr)};
 };
 
-TEST_F(ServiceScriptTest, AnswersTheStatesInTheirOrderAndStaysOnTheLast)
+TEST_F(ServiceScriptTest, AnswersTheStatesInOrder)
 {
     m_script.Add("A",
                  {.states = {ServiceState(SERVICE_START_PENDING, 1, 3000), ServiceState(SERVICE_RUNNING)}});
@@ -90,7 +90,7 @@ TEST_F(ServiceScriptTest, StartsNoDisabledService)
     EXPECT_EQ(Start(Open("A")), DWORD{ERROR_SERVICE_DISABLED});
 }
 
-TEST_F(ServiceScriptTest, StopsARunningServiceAndTellsItsStateWithoutUsingItUp)
+TEST_F(ServiceScriptTest, StopReportsTheStateWithoutUsingItUp)
 {
     m_script.Add("A", {.states = {ServiceState(SERVICE_RUNNING)},
                        .afterStop = {ServiceState(SERVICE_STOP_PENDING, 4), ServiceState(SERVICE_STOPPED)}});
@@ -113,7 +113,7 @@ TEST_F(ServiceScriptTest, StopsNoServiceWhoseDependentsRun)
     EXPECT_EQ(Stop(Open("A")), DWORD{ERROR_SUCCESS});
 }
 
-TEST_F(ServiceScriptTest, OpensOnlyWhatIsThereAndAllowsOnlyWhatItWasOpenedFor)
+TEST_F(ServiceScriptTest, OpensWithTheAccessAskedFor)
 {
     AddRunning("A");
     EXPECT_EQ(Open("B"), nullptr);
@@ -135,7 +135,7 @@ TEST_F(ServiceScriptTest, CountsTheHandlesLeftOpen)
     EXPECT_EQ(Query(service).dwCurrentState, 0U);
 }
 
-TEST_F(ServiceScriptTest, FailsTheCallsItIsToldTo)
+TEST_F(ServiceScriptTest, FailsTheChosenCalls)
 {
     AddRunning("A");
     AddRunning("B");
@@ -158,7 +158,7 @@ TEST_F(ServiceScriptTest, FailsTheCallsItIsToldTo)
     return QueryServiceConfigA(service, reinterpret_cast<LPQUERY_SERVICE_CONFIGA>(buffer), size, needed);
 }
 
-TEST_F(ServiceScriptTest, TellsTheConfigurationOrTheSizeItNeeds)
+TEST_F(ServiceScriptTest, ReturnsTheConfigurationOrTheSizeItNeeds)
 {
     m_script.Add("A", {.displayName = "Name A", .startType = SERVICE_AUTO_START, .dependencies = {"B", "C"}});
     const SC_HANDLE service = Open("A");
@@ -181,7 +181,7 @@ TEST_F(ServiceScriptTest, TellsTheConfigurationOrTheSizeItNeeds)
                                   needed, count);
 }
 
-TEST_F(ServiceScriptTest, TellsTheDependentsOrTheSizeTheyNeed)
+TEST_F(ServiceScriptTest, ReturnsTheDependentsOrTheSizeTheyNeed)
 {
     AddRunning("B");
     m_script.Add("C", {.displayName = "Name C"});

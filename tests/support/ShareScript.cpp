@@ -1,6 +1,8 @@
 // See the header.
 #include "support/ShareScript.h"
 
+#include "imports/ShareAnswer.h"
+
 #include <cstring>
 #include <ostream>
 #include <stdexcept>
@@ -31,17 +33,11 @@ SharedDirectory Recorded(const SHARE_INFO_2& info)
             .password = Narrow(info.shi2_passwd)};
 }
 
-// The record with the path behind it, in one block of the process heap.
-BYTE* Describe(const SharedDirectory& share)
+std::wstring Wide(const std::string& text)
 {
-    const std::size_t room = (share.path.size() + 1) * sizeof(wchar_t);
-    auto* const block =
-        static_cast<BYTE*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(SHARE_INFO_2) + room));
-    auto* const info = reinterpret_cast<SHARE_INFO_2*>(block);
-    info->shi2_path = reinterpret_cast<wchar_t*>(block + sizeof(SHARE_INFO_2));
-    MultiByteToWideChar(CP_ACP, 0, share.path.c_str(), -1, info->shi2_path,
-                        static_cast<int>(share.path.size() + 1));
-    return block;
+    std::wstring wide(text.size() + 1, L'\0');
+    MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
+    return wide.c_str();
 }
 
 } // namespace
@@ -73,9 +69,7 @@ NET_API_STATUS ShareScript::Begin(const std::string& function, const wchar_t* se
     m_log.Add(function + " " + share);
     if (m_failures[function] != NERR_Success)
         return m_failures[function];
-    if (server != nullptr)
-        return ERROR_BAD_NETPATH;
-    return level == 2 ? NERR_Success : ERROR_INVALID_LEVEL;
+    return CheckShareRequest(server, level);
 }
 
 NET_API_STATUS ShareScript::AddShare(wchar_t* server, DWORD level, BYTE* buffer, DWORD* /*parameter*/)
@@ -108,7 +102,12 @@ NET_API_STATUS ShareScript::GetInfo(wchar_t* server, wchar_t* name, DWORD level,
     const std::optional<SharedDirectory> share = self.Find(Narrow(name));
     if (!share)
         return NERR_NetNameNotFound;
-    *buffer = Describe(*share);
+    *buffer = DescribeShare({.name = name,
+                             .path = Wide(share->path),
+                             .remark = Wide(share->remark),
+                             .type = share->type,
+                             .permissions = share->permissions,
+                             .maxUses = share->maxUses});
     ++self.m_buffersLeft;
     return NERR_Success;
 }

@@ -2,8 +2,8 @@
 // or asks for shares.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "support/CallLog.h"
-#include "support/ImportHook.h"
 
 #include <map>
 #include <optional>

@@ -50,7 +50,7 @@ TEST_F(ShareScriptTest, KeepsAShareAsItWasAdded)
     EXPECT_EQ(m_shares.Find("docs"), std::nullopt);
 }
 
-TEST_F(ShareScriptTest, SaysThatAShareIsThereAlreadyAndKeepsIt)
+TEST_F(ShareScriptTest, ReportsADuplicateAndKeepsTheShare)
 {
     m_shares.Add("DOCS", {.path = "D:\\other"});
     EXPECT_EQ(AddDocs(), NET_API_STATUS{NERR_DuplicateShare});

@@ -62,7 +62,7 @@ TEST(TestFile, IsNothingWhenItIsNotThere)
     EXPECT_THROW(WriteBytes(directory.File("absent\\file"), ""), std::runtime_error);
 }
 
-TEST(NetworkDirectory, IsReachedByANetworkPathInAnyLetterCase)
+TEST(NetworkDirectory, IsReachedInAnyLetterCase)
 {
     const NetworkDirectory network("Share");
     EXPECT_EQ(network.Path().substr(0, 5), "\\\\vtn");

@@ -55,7 +55,7 @@ TEST(TestKey, StoresEachKindOfValueByteForByte)
     EXPECT_EQ(key.Value("Odd"), (StoredValue{12, {7}}));
 }
 
-TEST(TestKey, MakesASubkeyWhoseNameIsTooLongForAPath)
+TEST(TestKey, MakesASubkeyTooLongForAPath)
 {
     const std::string longest(255, 'x');
     const ScratchKey key;

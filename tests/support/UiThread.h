@@ -2,6 +2,8 @@
 // live there while the test's own thread drives them.
 #pragma once
 
+#include "support/Mutex.h"
+
 #include <atomic>
 #include <chrono>
 #include <deque>
@@ -66,7 +68,7 @@ class UiThread
     void RunJobs();
     [[nodiscard]] bool IsEnding() const;
 
-    mutable std::mutex m_mutex;
+    mutable Mutex m_mutex;
     std::deque<Job> m_jobs;
     std::atomic<int> m_unfinished = 0;
     bool m_isEnding = false;

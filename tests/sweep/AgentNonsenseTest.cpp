@@ -1,7 +1,7 @@
 // Libraries that other programs install, and that answer what makes no sense: counts below zero, names
 // without an end, nothing at all. The sheet must show its pages and close all the same.
+#include "machine/SweepMachine.h"
 #include "resources/resource.h"
-#include "sweep/SweepMachine.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -97,7 +97,7 @@ TEST_F(AgentNonsense, ProcessListsThatCannotBeAddNoNames)
     std::printf("process lists tried: %zu\n", std::size(taskAnswers));
 }
 
-TEST_F(AgentNonsense, TheBoardIsShownWhenItAnswersSuccessAndHiddenOtherwise)
+TEST_F(AgentNonsense, TheBoardIsShownOnSuccessOnly)
 {
     m_standIns.Libraries().SetEntry(support::boardLibrary, "Rb4CpReadData", &AnswerBoard);
     for (const BoardAnswer& answer : boardAnswers) {
@@ -116,16 +116,16 @@ TEST_F(AgentNonsense, TheBoardIsShownWhenItAnswersSuccessAndHiddenOtherwise)
     std::printf("board answers tried: %zu\n", std::size(boardAnswers));
 }
 
-TEST_F(AgentNonsense, ATrapIsSentWhenTheHostAgentAnswersZeroAlone)
+TEST_F(AgentNonsense, ATrapIsSentOnZeroOnly)
 {
     m_standIns.Libraries().SetEntry("VTNMHOST.DLL", "sendVtnUserTrap", &AnswerTrap);
     for (const DWORD status : {DWORD{0}, DWORD{1}, DWORD{0x80000000}, DWORD{0xFFFFFFFF}}) {
         SCOPED_TRACE(status);
         trapAnswer = status;
         Open("SNMP Settings").Click(IDC_SNMP_TEST_TRAP);
-        const std::string told =
+        const std::string expected =
             status == 0 ? "The following trap has been sent:" : "The trap could not be generated.";
-        EXPECT_TRUE(m_standIns.UserTexts().back().starts_with(told));
+        EXPECT_TRUE(m_standIns.UserTexts().back().starts_with(expected));
         Close();
     }
 }

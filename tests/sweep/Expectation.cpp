@@ -30,13 +30,6 @@ std::string SubjectOf(const std::vector<Call>& calls, std::size_t index)
     return place.substr(place.rfind(", ") + 2);
 }
 
-// The size of a value is asked for first, then its data.
-bool IsSecondQuery(const std::vector<Call>& calls, std::size_t index)
-{
-    const Call& before = calls[index - 1];
-    return before.function == "RegQueryValueExA" && before.place == calls[index].place;
-}
-
 // Subkeys are counted, up to the one call that fails because there are no more, and then read: 2n + 1 calls.
 bool EndsEnumeration(const std::vector<Call>& calls, std::size_t index)
 {
@@ -67,7 +60,7 @@ bool IsRefused(const std::vector<Call>& calls, std::size_t index, DWORD code)
 {
     const std::string& function = calls[index].function;
     if (function == "RegQueryValueExA")
-        return IsSecondQuery(calls, index) || (code != ERROR_FILE_NOT_FOUND && code != ERROR_MORE_DATA);
+        return calls[index].purpose == "data" || (code != ERROR_FILE_NOT_FOUND && code != ERROR_MORE_DATA);
     if (function == "RegEnumKeyA")
         return EndsEnumeration(calls, index);
     return function == "RegOpenKeyA" || function == "RegSetValueExA" || function == "RegCloseKey";
@@ -94,20 +87,23 @@ bool IsTolerated(const Operation& operation, const std::string& subject)
     });
 }
 
-// A file is looked for, asked whether it is writable, made so, and looked for once more.
-const char* PlaceInSave(const std::vector<Call>& calls, std::size_t index)
+// Whether the same call was made before; in the same save, of a script that is looked for.
+bool IsRepeated(const std::vector<Call>& calls, std::size_t index)
 {
-    const std::string& before = calls[index - 1].function;
-    if (before == "_chmod" || (index > 1 && before == "_access" && calls[index - 2].function == "_access"))
-        return " at last";
-    return before == "_access" ? "" : " at first";
+    if (calls[index].function == "_access")
+        return index > 0 && (calls[index - 1].function == "_access" || calls[index - 1].function == "_chmod");
+    const auto isSame = [&](const Call& other) {
+        return other.function == calls[index].function && other.place == calls[index].place &&
+               other.purpose == calls[index].purpose;
+    };
+    return std::any_of(calls.begin(), calls.begin() + static_cast<std::ptrdiff_t>(index), isSame);
 }
 
-// What a call is about, for the rules. Some are told apart by the calls around them.
+// What a call is about, for the rules: what it was given, what for, and whether it is made again. Some show
+// it by the calls around them.
 std::string AboutOf(const std::vector<Call>& calls, std::size_t index)
 {
     const Call& call = calls[index];
-    const Call* const before = index > 0 ? &calls[index - 1] : nullptr;
     // Managers are opened for a service, libraries loaded for an entry; the computer's name goes into a file.
     if (call.function == "OpenSCManagerA" || call.function == "GetComputerNameA")
         return calls[index + 1].place;
@@ -117,27 +113,13 @@ std::string AboutOf(const std::vector<Call>& calls, std::size_t index)
                 return AboutOf(calls, next);
         }
     }
-    if (call.function == "GetProcAddress") {
-        const auto isSame = [&](const Call& other) {
-            return other.function == call.function && other.place == call.place;
-        };
-        const bool isFirst =
-            std::none_of(calls.begin(), calls.begin() + static_cast<std::ptrdiff_t>(index), isSame);
-        return isFirst ? call.place : call.place + " again";
-    }
-    if (before == nullptr)
-        return call.place + " first";
-    if (call.function == "RegQueryValueExA" && !IsSecondQuery(calls, index))
-        return call.place + ": size";
-    if (call.function == "QueryServiceStatus" && before->function == "StartServiceA")
+    if (call.function == "QueryServiceStatus" && index > 0 && calls[index - 1].function == "StartServiceA")
         return call.place + " while it starts";
-    if (call.function == "CreateFileA" && before->function == "_access")
-        return call.place + " to save";
-    if (call.function == "_chmod" && before->function != "_access")
-        return call.place + " again";
-    if (call.function == "_access")
-        return call.place + PlaceInSave(calls, index);
-    return call.place;
+    std::string about = call.place;
+    if (!call.purpose.empty())
+        about += ": " + call.purpose;
+    const bool isAsked = call.function == "GetProcAddress" || call.function == "_access";
+    return isAsked && IsRepeated(calls, index) ? about + " again" : about;
 }
 
 // All other calls; the first row that fits counts, and a call without a row makes no difference.
@@ -157,25 +139,25 @@ constexpr Expectation EndsWith(UINT text)
 {
     return {.ending = Ending::EndsWith, .text = text};
 }
-constexpr Expectation Tells(UINT text)
+constexpr Expectation Reports(UINT text)
 {
-    return {.ending = Ending::Tells, .text = text};
+    return {.ending = Ending::Reports, .text = text};
 }
 
 // clang-format off: a table
 constexpr Rule rules[] = {
     {"open", "PropertySheetA", "", anyCode, ends},
     // Desktop management
-    {"switch", "CreateFileA", " first", anyCode, EndsWith(IDS_SCRIPT_NAME_INVALID)},
-    {"switch", "CreateFileA", " to save", ERROR_SHARING_VIOLATION, goesOn},
+    {"switch", "CreateFileA", ": check", anyCode, EndsWith(IDS_SCRIPT_NAME_INVALID)},
+    {"switch", "CreateFileA", ": save", ERROR_SHARING_VIOLATION, goesOn},
     {"switch", "CreateFileA", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "ReadFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "WriteFile", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
-    {"switch desktop management off in a protected", "_access", " at first", anyCode,
+    {"switch desktop management off in a protected", "_access", ": exists", anyCode,
      EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
-    {"switch", "_chmod", " again", anyCode, goesOn},
+    {"switch", "_chmod", ": make read-only", anyCode, goesOn},
     {"switch", "_chmod", "", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
-    {"switch", "_access", " at last", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
+    {"switch", "_access", ": exists again", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "GetComputerNameA", "LOGIN.BAT", anyCode, EndsWith(IDS_SCRIPT_UPDATE_FAILED)},
     {"switch", "GetComputerNameA", "VTNCLNT.INI", anyCode, EndsWith(IDS_CLIENT_PROFILE_FAILED)},
     {"switch", "CopyFileA", "", anyCode, EndsWith(IDS_CLIENT_COPY_FAILED)},
@@ -199,10 +181,10 @@ constexpr Rule rules[] = {
     {"clear", "OpenSCManagerA", "^SNMP", anyCode, ends},
     {"clear", "OpenServiceA", "^VtMgHost", anyCode, ends},
     {"clear", "QueryServiceStatus", "^VtMgHost", anyCode, ends},
-    {"", "QueryServiceStatus", " while it starts", anyCode, Tells(IDS_CANNOT_START)},
+    {"", "QueryServiceStatus", " while it starts", anyCode, Reports(IDS_CANNOT_START)},
     {"", "StartServiceA", "", ERROR_SERVICE_ALREADY_RUNNING, goesOn},
-    {"", "StartServiceA", "", anyCode, Tells(IDS_CANNOT_START)},
-    {"", "ControlService", "", anyCode, Tells(IDS_CANNOT_STOP)},
+    {"", "StartServiceA", "", anyCode, Reports(IDS_CANNOT_START)},
+    {"", "ControlService", "", anyCode, Reports(IDS_CANNOT_STOP)},
     // Thresholds: the five answers are compared in a chain.
     {"clear", "RegDeleteKeyA", "", ERROR_FILE_NOT_FOUND, goesOn},
     {"clear", "RegDeleteKeyA", "LogicalDisk", anyCode, goesOn},
@@ -262,7 +244,7 @@ bool KeepsSnmpRunning(const std::vector<Call>& calls, std::size_t index)
             (at <= list && about == "ServicesActive, SNMP"));
 }
 
-// Where SNMP's failure is told then: the number of messages before it in the run without a fault.
+// Where SNMP's failure is reported then: the number of messages before it in the run without a fault.
 std::optional<std::size_t> BoxOfSnmp(const std::vector<Call>& calls, const Fault& fault)
 {
     if (fault.code == ERROR_MORE_DATA || !KeepsSnmpRunning(calls, fault.call - 1))

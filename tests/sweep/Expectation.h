@@ -12,7 +12,7 @@ namespace sweep {
 enum class Ending
 {
     GoesOn,   // as if nothing had happened, without what the call was to do
-    Tells,    // with one more message, and goes on
+    Reports,  // with one more message, and goes on
     Ends,     // without a word
     EndsWith, // a message
     Replaces, // the message that comes next by another, and goes on
@@ -24,7 +24,7 @@ struct Expectation
     UINT text = 0;                // the message's, in the string table
     bool keepsOpen = false;       // what the call was given: its key or library
     bool changesContents = false; // a default stands in for what was not read, so other things are written
-    // SNMP cannot stop either, which is told, too: after so many messages of the run without a fault.
+    // SNMP cannot stop either, which is reported, too: after so many messages of the run without a fault.
     std::optional<std::size_t> boxOfSnmp = std::nullopt;
 };
 

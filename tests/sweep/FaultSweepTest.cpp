@@ -1,9 +1,9 @@
 // Lets every call of Windows that can fail do so, one at a time, in everything that the applet does, and
-// looks whether the user is told what must be told and nothing is lost or left behind. A sample runs each
+// checks that the user learns of it where needed and nothing is lost or left behind. A sample runs each
 // time; all cases with VTN_THOROUGH in the environment.
+#include "machine/WatchedImports.h"
 #include "resources/resource.h"
 #include "sweep/Expectation.h"
-#include "sweep/WatchedImports.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -203,7 +203,7 @@ class FaultSweep : public testing::TestWithParam<Operation>
     Subject m_subject;
 };
 
-TEST_P(FaultSweep, TellsTheUserAndLeavesNothingHalfDone)
+TEST_P(FaultSweep, InformsTheUserAndLeavesNothingHalfDone)
 {
     const Operation& operation = GetParam();
     const Outcome reference = Perform(m_subject, operation, {}, true);

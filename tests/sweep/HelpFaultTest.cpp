@@ -1,9 +1,9 @@
 // Looking for HTML Help while each call of that fails. The applet looks once for each time that it is loaded,
 // so every case loads it anew; whoever asks for help and gets none must not notice more than that.
+#include "machine/SweepMachine.h"
+#include "machine/WatchedImports.h"
 #include "resources/resource.h"
 #include "support/HelpRecorder.h"
-#include "sweep/SweepMachine.h"
-#include "sweep/WatchedImports.h"
 
 #include <cstdio>
 
@@ -41,7 +41,7 @@ Answer AskForHelp(std::size_t failing, DWORD code)
 }
 
 // Only the entry has no other place to look for it.
-TEST(HelpFault, IsAnsweredFromTheUsualLibraryUnlessItsEntryIsMissing)
+TEST(HelpFault, FallsBackToTheUsualLibrary)
 {
     const Answer reference = AskForHelp(0, 0);
     ASSERT_EQ(reference.shown, 1U);

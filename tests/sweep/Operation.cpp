@@ -1,9 +1,9 @@
 // The table of operations, and their runs.
 #include "sweep/Operation.h"
 
+#include "machine/WatchedImports.h"
 #include "resources/resource.h"
 #include "support/SystemFunction.h"
-#include "sweep/WatchedImports.h"
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 // What the user does in one case of the fault sweep, and what came of it.
 #pragma once
 
-#include "sweep/SweepMachine.h"
+#include "machine/SweepMachine.h"
 
 #include <set>
 #include <span>

@@ -1,7 +1,7 @@
 // The list of all slots, and the module functions that look into it.
 #include "Import.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <cstring>
 #include <string>

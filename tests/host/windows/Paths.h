@@ -1,4 +1,4 @@
-// How Windows' paths and errors are told in those of the system that the stand-in runs on.
+// How Windows' paths and errors are expressed in those of the system that the stand-in runs on.
 #pragma once
 
 #include "SystemMemory.h"

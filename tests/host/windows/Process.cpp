@@ -65,7 +65,7 @@ DWORD ExpandInto(LPCSTR source, LPSTR destination, DWORD size)
     return needed;
 }
 
-// Every process of Windows has the first two; the third tells tests where to make up machines of the network.
+// Every process of Windows has the first two; the third shows tests where to make up machines of the network.
 struct SystemVariables
 {
     SystemVariables()

@@ -352,7 +352,11 @@ LSTATUS RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD size, LPDWORD r
 
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
 {
-    return queryImport(key, name, reserved, type, data, size);
+    const LSTATUS answer = queryImport(key, name, reserved, type, data, size);
+    // The accessor does not free what a refused query was to fill; see CRegistryKey::QueryValue.
+    if (answer != ERROR_SUCCESS && data != nullptr)
+        standin::LeaveUnfreed(data);
+    return answer;
 }
 
 LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size)

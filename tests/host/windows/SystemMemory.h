@@ -10,9 +10,18 @@ extern "C" {
 // What malloc and free are without the slots of the stand-in.
 void* __real_malloc(std::size_t size);
 void free(void* memory);
+// The leak check's own; null in builds without one.
+__attribute__((weak)) void __lsan_ignore_object(const void* memory);
 }
 
 namespace standin {
+
+// The product leaves this block unfreed on purpose: the leak check does not report it.
+inline void LeaveUnfreed(const void* memory)
+{
+    if (__lsan_ignore_object != nullptr)
+        __lsan_ignore_object(memory);
+}
 
 // Allocator of the containers in which the stand-in keeps its state.
 template <typename T>

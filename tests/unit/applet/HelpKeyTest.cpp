@@ -1,4 +1,4 @@
-// The F1 hook: which sheet the key is told to, also when one sheet is opened above another.
+// The F1 hook: which sheet the key reaches, also when one sheet is opened above another.
 #include "applet/HelpKey.h"
 
 #include <afxdlgs.h>
@@ -42,7 +42,7 @@ void PressF1()
     CallMsgFilterA(&key, MSGF_DIALOGBOX);
 }
 
-TEST(HelpKey, IsToldToTheSheetOnce)
+TEST(HelpKey, ReachesTheSheetOnce)
 {
     const HelpKeyHook hook;
     const Sheet sheet;
@@ -50,7 +50,7 @@ TEST(HelpKey, IsToldToTheSheetOnce)
     EXPECT_EQ(sheet.HelpRequests(), 1);
 }
 
-TEST(HelpKey, IsToldToNobodyAfterTheHooksEnd)
+TEST(HelpKey, ReachesNobodyAfterTheHooksEnd)
 {
     const Sheet sheet;
     {
@@ -60,7 +60,7 @@ TEST(HelpKey, IsToldToNobodyAfterTheHooksEnd)
     EXPECT_EQ(sheet.HelpRequests(), 0);
 }
 
-TEST(HelpKey, BelongsToTheSheetThatWasOpenedAboveAnotherUntilThatIsGone)
+TEST(HelpKey, BelongsToTheUpperSheetUntilItIsGone)
 {
     const HelpKeyHook hook;
     const Sheet sheet;

@@ -1,10 +1,10 @@
 // The rules of the sheet with six pages made for the test: tabs, order of saving, changes, help.
 #include "applet/SheetAssembly.h"
 
+#include "imports/ImportHook.h"
 #include "pages/core/BoardLibrary.h"
 #include "resources/resource.h"
 #include "support/HelpRecorder.h"
-#include "support/ImportHook.h"
 #include "support/TestRegistry.h"
 
 #include <cstring>
@@ -17,7 +17,7 @@ const HMODULE self = GetModuleHandleA(nullptr);
 
 using Names = std::vector<std::string>;
 
-// A page that notes its saves and lets go only when it is told to.
+// A page that notes its saves and can be left only when the test says so.
 class NotingPage : public CVtnPropPage
 {
   public:
@@ -131,7 +131,7 @@ auto WithBoard(Action action)
 
 // --- tabs
 
-TEST_F(SheetAssembly, AMemberServerShowsServicesSnmpStorageAndProcessMonitor)
+TEST_F(SheetAssembly, AMemberServerShowsFourPages)
 {
     EXPECT_EQ(Tabs(), (Names{"services", "snmp settings", "storage", "process monitor"}));
 }
@@ -174,7 +174,7 @@ TEST_P(ProductTypeOfAnotherMachine, HidesDesktopMgmt)
 INSTANTIATE_TEST_SUITE_P(Texts, ProductTypeOfAnotherMachine,
                          testing::Values("", "WinNT", "ServerNT", "LanmanntX", "Lanman"));
 
-TEST_F(SheetAssembly, AnUnreadableProductTypeHidesDesktopMgmtWithoutAWord)
+TEST_F(SheetAssembly, AnUnreadableProductTypeHidesDesktopMgmt)
 {
     m_options.DeleteValue("ProductType");
     EXPECT_EQ(Tabs().size(), 4U);
@@ -186,25 +186,25 @@ TEST_F(SheetAssembly, AProductTypeOfAnotherTypeHidesDesktopMgmt)
     EXPECT_EQ(Tabs().size(), 4U);
 }
 
-TEST_F(SheetAssembly, AMissingProductOptionsKeyHidesDesktopMgmtWithoutAWord)
+TEST_F(SheetAssembly, AMissingProductOptionsKeyHidesDesktopMgmt)
 {
     m_options.Delete();
     EXPECT_EQ(Tabs().size(), 4U);
 }
 
-TEST_F(SheetAssembly, TheClientSwitchShowsDesktopMgmtAnywhereInAnyLetterCase)
+TEST_F(SheetAssembly, TheClientSwitchShowsDesktopMgmtAnywhere)
 {
     const Names tabs = WithCommandLine("control.exe vtnmgmt.cpl,x/clIent", [&] { return Tabs(); });
     EXPECT_EQ(tabs, (Names{"services", "snmp settings", "storage", "desktop mgmt", "process monitor"}));
 }
 
-TEST_F(SheetAssembly, TheSetupSwitchHidesProcessMonitorInAnyLetterCase)
+TEST_F(SheetAssembly, TheSetupSwitchHidesProcessMonitor)
 {
     const Names tabs = WithCommandLine("control.exe vtnmgmt.cpl /Setup", [&] { return Tabs(); });
     EXPECT_EQ(tabs, (Names{"services", "snmp settings", "storage"}));
 }
 
-TEST_F(SheetAssembly, ABoardLibraryWithoutItsEntryHidesTheBoardsPage)
+TEST_F(SheetAssembly, ABoardLibraryWithoutEntryHidesThePage)
 {
     auto load = support::HookImport<decltype(LoadLibraryA)>(
         self, "LoadLibraryA", [](auto original, LPCSTR) { return original("kernel32.dll"); });
@@ -213,7 +213,7 @@ TEST_F(SheetAssembly, ABoardLibraryWithoutItsEntryHidesTheBoardsPage)
 
 // --- saving
 
-TEST_F(SheetAssembly, SavesThePagesInItsOrderThoseWithoutATabToo)
+TEST_F(SheetAssembly, SavesPagesWithoutATabToo)
 {
     EXPECT_EQ(m_sheet.SaveAllPages(), 0U);
     EXPECT_EQ(m_sheet.saved, (Names{"services", "snmp settings", "storage", "desktop mgmt"}));
@@ -228,7 +228,7 @@ TEST_F(SheetAssembly, SavesProcessMonitorAndTheBoardOnlyWhenChanged)
                                     "remote lumora"}));
 }
 
-TEST_F(SheetAssembly, TheResultOfASaveIsTheBoardsAndNoOtherPages)
+TEST_F(SheetAssembly, TheResultOfASaveIsTheBoards)
 {
     m_sheet.storage.saveResult = 5;
     m_sheet.remoteLumora.saveResult = 31;
@@ -270,7 +270,7 @@ class ButtonRowSheet : public TestSheet
     bool isHelpEnabled = false;
 };
 
-TEST_F(SheetAssembly, HelpStandsInThePlaceOfApplyWhichIsHiddenAndDisabled)
+TEST_F(SheetAssembly, HelpStandsInThePlaceOfApply)
 {
     ButtonRowSheet sheet;
     sheet.BuildPages();
@@ -320,14 +320,14 @@ TEST_P(HelpOfEachPage, IsTheTopicOfThePageInFront)
 
 INSTANTIATE_TEST_SUITE_P(Tabs, HelpOfEachPage, testing::Range(0, 6));
 
-TEST_F(SheetHelp, APageThatDoesNotLetGoGetsNoHelp)
+TEST_F(SheetHelp, APageThatCannotBeLeftGetsNoHelp)
 {
     m_sheet.BuildPages();
     m_sheet.storage.letsGo = FALSE;
     EXPECT_EQ(AskForHelp(2), Names{});
 }
 
-TEST_F(SheetHelp, APageThatTheSheetDoesNotKnowGetsNoHelp)
+TEST_F(SheetHelp, AnUnknownPageGetsNoHelp)
 {
     NotingPage stranger(IDD_STORAGE, "stranger", m_sheet.saved);
     m_sheet.AddPage(&stranger);

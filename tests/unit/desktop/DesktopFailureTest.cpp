@@ -112,7 +112,7 @@ TEST_F(DesktopManagementFailure, OfTheNullSessionSharesKeepsEverythingBefore)
     ExpectStops(true, IDS_ACCESS_DENIED, 5);
 }
 
-TEST_F(DesktopManagementFailure, OfTheNullSessionSharesIncludesAServerWithoutSettings)
+TEST_F(DesktopManagementFailure, OfTheNullSessionSharesIncludesMissingSettings)
 {
     m_server.Delete();
     ExpectThrows(Settings(true), everything, IDS_ACCESS_DENIED);

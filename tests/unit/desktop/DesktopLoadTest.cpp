@@ -1,7 +1,7 @@
 // What desktop management finds when the page is opened.
 #include "TestDomain.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 namespace {
@@ -27,14 +27,14 @@ TEST_F(DesktopManagementLoad, TakesTheRecordedScriptAndItsDirectory)
     EXPECT_TRUE(m_shares.Calls().empty());
 }
 
-TEST_F(DesktopManagementLoad, WithoutARecordOffersLoginBatInTheNetLogonShare)
+TEST_F(DesktopManagementLoad, WithoutARecordOffersLoginBatInNetLogon)
 {
     m_shares.Add("NETLOGON", {.path = "C:\\scripts"});
     EXPECT_EQ(Load().scriptPath, "C:\\scripts\\LOGIN.BAT");
     EXPECT_EQ(Load().scriptDirectory, "C:\\scripts");
 }
 
-TEST_F(DesktopManagementLoad, AnEmptyRecordOrOneOfAnotherTypeIsNone)
+TEST_F(DesktopManagementLoad, IgnoresAnEmptyRecordOrAnotherType)
 {
     m_shares.Add("NETLOGON", {.path = "C:\\scripts"});
     m_agent.SetString(clientIniValue, "");
@@ -43,7 +43,7 @@ TEST_F(DesktopManagementLoad, AnEmptyRecordOrOneOfAnotherTypeIsNone)
     EXPECT_EQ(Load().scriptPath, "C:\\scripts\\LOGIN.BAT");
 }
 
-TEST_F(DesktopManagementLoad, WithoutADirectoryTheScriptIsOnTheCurrentDrive)
+TEST_F(DesktopManagementLoad, WithoutADirectoryUsesTheCurrentDrive)
 {
     EXPECT_EQ(Load().scriptPath, "\\LOGIN.BAT");
     EXPECT_EQ(Load().scriptDirectory, "");

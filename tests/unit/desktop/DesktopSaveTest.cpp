@@ -27,7 +27,7 @@ TEST_F(DesktopManagementSave, NothingChangedWritesNothing)
 
 // --- switching on
 
-TEST_F(DesktopManagementSave, SwitchingOnPutsTheBlockIntoTheScriptAndRecordsIt)
+TEST_F(DesktopManagementSave, SwitchingOnEditsAndRecordsTheScript)
 {
     SwitchOn();
     EXPECT_EQ(ReadBytes(m_script), Block() + "@echo off\r\n");
@@ -72,7 +72,7 @@ TEST_F(DesktopManagementSave, SwitchingOnKeepsAShareThatIsThere)
     EXPECT_TRUE(FileExists(m_profile));
 }
 
-TEST_F(DesktopManagementSave, SwitchingOnTellsTheClientsWhereToReport)
+TEST_F(DesktopManagementSave, SwitchingOnWritesWhereClientsReport)
 {
     WriteBytes(m_profile, "[Options]\r\nDelay=5\r\n[Other]\r\nKey=1\r\n");
     SwitchOn();
@@ -90,7 +90,7 @@ TEST_F(DesktopManagementSave, SwitchingOnOpensTheShareToAnonymousClients)
     ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$", "VTNDATA"});
 }
 
-TEST_F(DesktopManagementSave, SwitchingOnMakesAMissingListOfNullSessionShares)
+TEST_F(DesktopManagementSave, SwitchingOnMakesTheListOfNullSessionShares)
 {
     m_server.DeleteValue("NullSessionShares");
     SwitchOn();
@@ -104,7 +104,7 @@ TEST_F(DesktopManagementSave, SwitchingOnReplacesAListOfAnotherType)
     ExpectMultiString(m_server, "NullSessionShares", {"VTNDATA"});
 }
 
-TEST_F(DesktopManagementSave, SwitchingOnAddsTheShareBesideOneInSmallLetters)
+TEST_F(DesktopManagementSave, SwitchingOnComparesSharesByLetterCase)
 {
     m_server.SetMultiString("NullSessionShares", {"vtndata"});
     SwitchOn();
@@ -186,7 +186,7 @@ TEST_F(DesktopManagementSave, SwitchingOffWithoutAListMakesAnEmptyOne)
     EXPECT_EQ(m_server.Value("NullSessionShares"), (support::StoredValue{REG_MULTI_SZ, {}}));
 }
 
-TEST_F(DesktopManagementSave, SwitchingOffDoesNotMindAProfileThatCannotBeChanged)
+TEST_F(DesktopManagementSave, SwitchingOffPassesOverAnUnwritableProfile)
 {
     const support::FailNth<"WritePrivateProfileStringA", decltype(WritePrivateProfileStringA)> fail(
         self, 1, FALSE, ERROR_ACCESS_DENIED);
@@ -194,7 +194,7 @@ TEST_F(DesktopManagementSave, SwitchingOffDoesNotMindAProfileThatCannotBeChanged
     ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
 }
 
-TEST_F(DesktopManagementSave, SwitchingOffDoesNotMindARecordThatCannotBeDeleted)
+TEST_F(DesktopManagementSave, SwitchingOffPassesOverAnUndeletableRecord)
 {
     const support::FailNth<"RegDeleteValueA", decltype(RegDeleteValueA)> fail(self, 1, ERROR_ACCESS_DENIED);
     SwitchOff();
@@ -248,7 +248,7 @@ TEST_F(DesktopManagementSave, NamingAnotherScriptLeavesTheFormerOneItsBlock)
     ExpectString(m_agent, clientIniValue, settings.scriptPath);
 }
 
-TEST_F(DesktopManagementSave, TheClientFilesGoWhereTheScriptWasFoundNotWhereItIsChosen)
+TEST_F(DesktopManagementSave, TheClientFilesGoWhereTheScriptWasFound)
 {
     const support::TestDirectory elsewhere;
     DesktopManagement settings = Settings(true);

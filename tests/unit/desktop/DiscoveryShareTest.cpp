@@ -135,20 +135,20 @@ class NullSessionShares : public TestDomain
     }
 };
 
-TEST_F(NullSessionShares, AreKeptWhenThereIsNoMemoryToAddOne)
+TEST_F(NullSessionShares, StayWithoutMemoryToAddOne)
 {
     ExpectRefusesWithoutMemory(&OpenShareToAnonymous);
     ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$", "VTNDATA"});
 }
 
-TEST_F(NullSessionShares, AreKeptWhenThereIsNoMemoryToDropOne)
+TEST_F(NullSessionShares, StayWithoutMemoryToDropOne)
 {
     m_server.SetMultiString("NullSessionShares", {"COMCFG", "VTNDATA", "a share with a long name"});
     ExpectRefusesWithoutMemory(&CloseShareToAnonymous);
     ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "a share with a long name"});
 }
 
-TEST_F(NullSessionShares, AreKeptWhenTheSystemDoesNotTellTheirSize)
+TEST_F(NullSessionShares, StayWhenTheirSizeIsUnknown)
 {
     for (const Step step : {&OpenShareToAnonymous, &CloseShareToAnonymous}) {
         const support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)> fail(self, 1, ERROR_MORE_DATA);

@@ -2,8 +2,8 @@
 // can run.
 #include "desktop/core/LoginScript.h"
 
+#include "imports/ImportHook.h"
 #include "ScriptTexts.h"
-#include "support/ImportHook.h"
 #include "support/TestDirectory.h"
 #include "sysaccess/core/ConfigurationError.h"
 
@@ -72,7 +72,7 @@ std::string WithoutLineEndsBelow(std::string text)
     return text.erase(text.find_last_not_of("\r\n") + 1);
 }
 
-TEST(LoginScriptEnd, LeavesTheScriptWithTheWholeBlockOrWithoutIt)
+TEST(LoginScriptEnd, LeavesTheWholeBlockOrNone)
 {
     const std::string script = LongScript();
     const support::TestDirectory directory;

@@ -1,4 +1,4 @@
-// Updates of the login script that fail: what is told, and what is left of the script.
+// Updates of the login script that fail: what is reported, and what is left of the script.
 #include "desktop/core/LoginScript.h"
 
 #include "ScriptTexts.h"
@@ -61,7 +61,7 @@ class LoginScriptFailure : public testing::Test
         }
     }
 
-    // Neither switching on nor switching off changes the script, and both tell so.
+    // Neither switching on nor switching off changes the script, and both report it.
     void ExpectLeftAlone(support::Location where = support::Location::current())
     {
         const Script before = ReadBytes(m_path);
@@ -90,7 +90,7 @@ HANDLE WINAPI OpenAsWindowsDoes(LPCSTR path, DWORD access, DWORD share, LPSECURI
     return INVALID_HANDLE_VALUE;
 }
 
-TEST_F(LoginScriptFailure, OfAReadOnlyScriptLeavesItAsItIs)
+TEST_F(LoginScriptFailure, OfAReadOnlyScriptChangesNothing)
 {
     WriteBytes(m_path, block + house);
     SetFileAttributesA(m_path.c_str(), FILE_ATTRIBUTE_READONLY);
@@ -99,7 +99,7 @@ TEST_F(LoginScriptFailure, OfAReadOnlyScriptLeavesItAsItIs)
     EXPECT_NE(GetFileAttributesA(m_path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
 }
 
-TEST_F(LoginScriptFailure, OfAScriptInUseLeavesItAsItIsWhetherOrNotItMayBeDeleted)
+TEST_F(LoginScriptFailure, OfAScriptInUseChangesNothing)
 {
     WriteBytes(m_path, block + house);
     for (const DWORD share :
@@ -127,7 +127,7 @@ TEST_F(LoginScriptFailure, OfAMissingDirectoryMakesNone)
     EXPECT_FALSE(FileExists(m_directory.File("absent")));
 }
 
-TEST_F(LoginScriptFailure, OfAPathThatIsTooLongIsTold)
+TEST_F(LoginScriptFailure, OfAPathThatIsTooLongIsReported)
 {
     m_path = m_directory.File(std::string(700, 'a') + ".BAT");
     ExpectLeftAlone();
@@ -157,7 +157,7 @@ TEST(LoginScriptInUse, IsLeftEmptyWhereItWouldBeDeleted)
 // engine deletes it
 
 // The script is opened for reading and for writing, first to take the block out and then to put it in.
-TEST_F(LoginScriptFailure, OfAnyOpeningKeepsWhatWasSavedBeforeOrNothing)
+TEST_F(LoginScriptFailure, OfAnyOpeningKeepsTheSavedScript)
 {
     const Script left[] = {block + house, std::nullopt, house, std::nullopt};
     for (int opening = 1; opening <= 4; ++opening) {
@@ -169,7 +169,7 @@ TEST_F(LoginScriptFailure, OfAnyOpeningKeepsWhatWasSavedBeforeOrNothing)
     }
 }
 
-TEST_F(LoginScriptFailure, OfAWriteIsTold)
+TEST_F(LoginScriptFailure, OfAWriteIsReported)
 {
     for (const int write : {1, 2}) {
         WriteBytes(m_path, house);
@@ -239,7 +239,7 @@ TEST_F(LockedMeanwhile, TheScriptIsGoneIfItMayBeDeleted)
 // --- insertions that fail: what was inserted so far is saved without a word, and the next update makes up
 // for it
 
-TEST_F(LoginScriptFailure, OfAnInsertionIsMadeUpForByTheNextUpdate)
+TEST_F(LoginScriptFailure, OfAnInsertionIsRepairedByTheNextUpdate)
 {
     constexpr int linesRead = 2 * (1 + 4); // twice the list's end and the lines of the house script
     const std::string partial[] = {house, endLine + house, callLine + endLine + house};

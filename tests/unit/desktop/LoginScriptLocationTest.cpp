@@ -51,7 +51,7 @@ TEST_F(ScriptDirectory, IsEmptyWhenItDoesNotFitAPath)
     EXPECT_EQ(m_shares.BuffersLeft(), 0);
 }
 
-TEST_F(ScriptDirectory, IsThatOfTheShareWhenTheSystemDoesNotTellItsVersion)
+TEST_F(ScriptDirectory, IsThatOfTheShareWithoutAVersion)
 {
     m_shares.Add("NETLOGON", {.path = "C:\\scripts"});
     const support::FailNth<"GetVersionExA", decltype(GetVersionExA)> fail(self, 1, FALSE);
@@ -92,7 +92,7 @@ class OldScriptDirectory : public ScriptDirectory
     support::SavedKey m_netLogon{"System\\CurrentControlSet\\Services\\NetLogon\\Parameters"};
 };
 
-TEST_F(OldScriptDirectory, IsThatOfTheNetLogonServiceAsItStands)
+TEST_F(OldScriptDirectory, IsThatOfTheNetLogonService)
 {
     m_netLogon.SetString("Scripts", "C:\\WINNT\\system32\\Repl\\Import\\Scripts");
     EXPECT_EQ(FindScriptDirectory(), "C:\\WINNT\\system32\\Repl\\Import\\Scripts");
@@ -166,14 +166,14 @@ TEST_F(OldScriptDirectory, AStoppedOrStoppingReplicatorDoesNotCount)
     }
 }
 
-TEST_F(OldScriptDirectory, AServiceManagerThatRefusesCountsAsARunningReplicator)
+TEST_F(OldScriptDirectory, ARefusingManagerCountsAsARunningReplicator)
 {
     m_services.Fail("OpenSCManagerA", "", ERROR_ACCESS_DENIED);
     m_replicator.SetString("ExportPath", "C:\\Export");
     EXPECT_EQ(FindScriptDirectory(), "C:\\Export\\Scripts");
 }
 
-TEST_F(OldScriptDirectory, IsEmptyWithoutTheKeyOfTheNetLogonService)
+TEST_F(OldScriptDirectory, IsEmptyWithoutTheNetLogonKey)
 {
     m_netLogon.Delete();
     EXPECT_EQ(FindScriptDirectory(), "");

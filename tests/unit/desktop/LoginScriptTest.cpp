@@ -50,7 +50,7 @@ TEST_F(LoginScriptUpdate, SwitchingOffWithoutAScriptLeavesNoFileBehind)
     EXPECT_FALSE(FileExists(m_path));
 }
 
-TEST_F(LoginScriptUpdate, CallsTheClientFromTheShareOfTheNamedMachine)
+TEST_F(LoginScriptUpdate, CallsTheClientFromTheMachinesShare)
 {
     UpdateLoginScript(m_path, "PRIMARY", true);
     EXPECT_EQ(ReadBytes(m_path),
@@ -59,14 +59,14 @@ TEST_F(LoginScriptUpdate, CallsTheClientFromTheShareOfTheNamedMachine)
 
 // --- whether a path can be a login script
 
-TEST_F(LoginScriptUse, TakesABatchFileThatIsThereAndLeavesItAlone)
+TEST_F(LoginScriptUse, AcceptsAnExistingBatchFile)
 {
     WriteBytes(m_path, house);
     EXPECT_TRUE(IsUsableLoginScript(m_path));
     EXPECT_EQ(ReadBytes(m_path), house);
 }
 
-TEST_F(LoginScriptUse, TakesABatchFileThatIsNotThereAndLeavesNoneBehind)
+TEST_F(LoginScriptUse, AcceptsAMissingBatchFileAndLeavesNone)
 {
     EXPECT_TRUE(IsUsableLoginScript(m_path));
     EXPECT_FALSE(FileExists(m_path));

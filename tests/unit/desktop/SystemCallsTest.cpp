@@ -191,7 +191,7 @@ TEST(SystemText, IsConvertedWithItsZeroIntoRoomThatSuffices)
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
 
-TEST(SystemVariable, IsToldWithItsLengthOrTheRoomThatItTakes)
+TEST(SystemVariable, IsReturnedWithItsLengthOrSize)
 {
     const support::SavedVariable variable("VTN_TEST_VARIABLE", "value");
     std::array<char, 6> value{};
@@ -214,7 +214,7 @@ TEST(SystemMachine, HasANameOfAtMostFifteenCharacters)
     EXPECT_EQ(size, length + 1);
 }
 
-TEST(SystemMachine, TellsItsVersionToWhoGivesTheSizeOfTheRecord)
+TEST(SystemMachine, ReturnsItsVersionInASizedRecord)
 {
     OSVERSIONINFOA version{};
     EXPECT_FALSE(GetVersionExA(&version));
@@ -223,7 +223,7 @@ TEST(SystemMachine, TellsItsVersionToWhoGivesTheSizeOfTheRecord)
     EXPECT_GE(version.dwMajorVersion, 6U);
 }
 
-TEST(SystemMachine, TellsAShareThatIsNotThere)
+TEST(SystemMachine, ReportsAMissingShare)
 {
     wchar_t name[] = L"VTN_TEST_ABSENT";
     BYTE* buffer = nullptr;

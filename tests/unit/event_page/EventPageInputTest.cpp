@@ -80,7 +80,7 @@ std::size_t Stride()
     return std::getenv("VTN_THOROUGH") != nullptr ? 1 : 11;
 }
 
-TEST_F(EventPageInput, ShowsAnythingAndTakesWhatIsOfNoUseForAbsent)
+TEST_F(EventPageInput, TakesUnusableValuesForAbsent)
 {
     std::size_t tried = 0;
     for (const StoredPart& part : parts) {

@@ -32,7 +32,7 @@ TEST_F(EventPageLoad, ARefusalReachesWhoeverCreatesThePage)
     EXPECT_THROW((void)RUNTIME_CLASS(CVtnEventPropPage)->CreateObject(), int);
 }
 
-TEST_F(EventPageLoad, ShowsTheAccountAndTheComputersAsTheyAreStored)
+TEST_F(EventPageLoad, ShowsTheStoredAccountAndComputers)
 {
     Store({"beta", "ALPHA", "beta"});
     Open();

@@ -50,7 +50,7 @@ class EventPage : public testing::Test
         m_page->GetDlgItemText(id, text);
         return static_cast<LPCSTR>(text);
     }
-    // Replaces the field's text, of which its page is told.
+    // Replaces the field's text, which notifies its page.
     void SetText(int id, const char* text) { m_page->SetDlgItemText(id, text); }
     void Type(int id, const std::string& text) const
     {

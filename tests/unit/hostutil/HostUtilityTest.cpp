@@ -1,7 +1,7 @@
 // The built vthstutl.dll, on the machine's processes and on made-up ones.
 #include "hostutil/TaskRecord.h"
+#include "imports/ImportHook.h"
 #include "support/AppletHost.h"
-#include "support/ImportHook.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -88,7 +88,7 @@ class HostUtility : public testing::Test
         return names;
     }
 
-    // Tells the library that the code page has double-byte characters, as the Japanese one has.
+    // Reports to the library a code page that has double-byte characters, as the Japanese one has.
     static int WINAPI ConvertToJapanese(UINT, DWORD flags, LPCWCH text, int length, LPSTR buffer, int size,
                                         LPCCH, LPBOOL)
     {
@@ -96,7 +96,7 @@ class HostUtility : public testing::Test
     }
     static BOOL WINAPI IsJapaneseLeadByte(BYTE byte) { return IsDBCSLeadByteEx(932, byte); }
 
-    // Tells the library that the code page is UTF-8, for which Windows knows one flag only.
+    // Reports to the library the code page UTF-8, for which Windows knows one flag only.
     static UINT WINAPI Utf8CodePage() { return CP_UTF8; }
     static int WINAPI ConvertToUtf8(UINT, DWORD flags, LPCWCH text, int length, LPSTR buffer, int size, LPCCH,
                                     LPBOOL)

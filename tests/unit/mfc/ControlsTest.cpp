@@ -97,7 +97,7 @@ TEST_F(Controls, HaveAListThatCanBeScrolledSideways)
     EXPECT_EQ(list.SendMessage(LB_GETHORIZONTALEXTENT), 500);
 }
 
-TEST_F(Controls, HaveAListThatFindsTheItemAtAPoint)
+TEST_F(Controls, HaveAListThatFindsAnItemByPoint)
 {
     list.AddString("a");
     list.AddString("b");

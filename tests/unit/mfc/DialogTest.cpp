@@ -57,7 +57,7 @@ TEST(Dialog, AnswersMinusOneWithoutItsTemplate)
     EXPECT_EQ(dialog.m_hWnd, nullptr);
 }
 
-TEST(Dialog, IsNotMadeWhenItWouldNotLearnOfItsWindow)
+TEST(Dialog, IsNotMadeWithoutItsCreationHook)
 {
     CTestDialog dialog;
     const int windows = support::ResourceCount::Now().windows;
@@ -82,7 +82,7 @@ TEST(Dialog, DisablesItsOwnerWhileItRuns)
     EXPECT_TRUE(owner.IsWindowEnabled());
 }
 
-TEST(Dialog, BelongsToTheMainWindowWhenItHasNoParent)
+TEST(Dialog, WithoutAParentBelongsToTheMainWindow)
 {
     CTestOwner owner;
     const MainWindow main(&owner);
@@ -97,7 +97,7 @@ TEST(Dialog, BelongsToTheMainWindowWhenItHasNoParent)
     EXPECT_EQ(seen, &owner);
 }
 
-TEST(Dialog, BelongsToTheWindowAroundAChildThatIsItsParent)
+TEST(Dialog, BelongsToTheWindowAroundItsParent)
 {
     CTestOwner owner;
     CWnd child;
@@ -195,7 +195,7 @@ TEST(Dialog, KeepsNotificationsToItself)
     EXPECT_EQ(application.m_commands, before);
 }
 
-TEST(Dialog, LetsItsMemberControlsBeTakenOverByTheNext)
+TEST(Dialog, ReleasesItsControlsForTheNextDialog)
 {
     CTestDialog dialog;
     CEdit edit;
@@ -248,7 +248,7 @@ TEST(Module, SwitchesItsStateForAScope)
     EXPECT_EQ(AfxGetApp(), &TestApp());
 }
 
-TEST(Module, LooksForResourcesWhereItIsTold)
+TEST(Module, LooksForResourcesInTheGivenModule)
 {
     const HINSTANCE own = AfxGetResourceHandle();
     AfxSetResourceHandle(GetModuleHandleA("comctl32.dll"));

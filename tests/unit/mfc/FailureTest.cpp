@@ -1,12 +1,13 @@
 // What handlers throw: it reaches the caller of DoModal or Create once, after every window is gone.
+#include "imports/ImportHook.h"
 #include "TestDialogs.h"
 #include "ThreadState.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
 #include <optional>
 #include <source_location>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -150,7 +151,7 @@ LRESULT CALLBACK CountCreations(int code, WPARAM wParam, LPARAM lParam)
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-TEST_F(FailureTest, StopsTheCreationOfAWindowWhoseOnCreateThrows)
+TEST_F(FailureTest, StopsACreationWhoseOnCreateThrows)
 {
     sheet.m_atCreate = Throw7;
     g_windowsMade = 0;
@@ -191,44 +192,56 @@ TEST_F(FailureTest, LeavesADialogsOk)
     ExpectThrown(dialog, 7, [this] { dialog.m_atOk = nullptr; });
 }
 
-// Sends a window WM_THROW from another thread, once its loop runs.
-struct ThrowFromOutside
+// Sends a window WM_THROW from another thread.
+void ThrowFromOutside(HWND window, int number)
 {
-    std::thread sender;
+    std::thread([=] { SendMessageA(window, WM_THROW, static_cast<WPARAM>(number), 0); }).detach();
+}
 
-    void Send(HWND window, int number)
+TEST_F(FailureTest, LeavesADialogsHandlerOfASentMessage)
+{
+    dialog.m_step = [this] {
+        owner.m_atIdle = [this] {
+            owner.m_atIdle = nullptr;
+            ThrowFromOutside(dialog, 9);
+        };
+    };
+    ExpectThrown(dialog, 9, [this] { dialog.m_step = [this] { dialog.EndDialog(IDOK); }; });
+}
+
+// Fetches the messages of a sheet's loop. Once it is armed, it handles all but empty ones itself, so that
+// nothing else ends the loop's wait, and runs its action when there is none left.
+struct OnlyEmptyMessages
+{
+    std::function<void()> atIdle;
+    bool isArmed = false;
+
+    BOOL Fetch(decltype(GetMessageW)* fetch, MSG* message, HWND window, UINT first, UINT last)
     {
-        sender = std::thread([=] {
-            // By then nothing but this message is left to end the loop's wait.
-            std::this_thread::sleep_for(std::chrono::milliseconds(500));
-            SendMessageA(window, WM_THROW, static_cast<WPARAM>(number), 0);
-        });
-    }
-    void Wait()
-    {
-        if (sender.joinable())
-            sender.join();
+        for (;;) {
+            if (isArmed && atIdle && HIWORD(GetQueueStatus(QS_ALLINPUT)) == 0)
+                std::exchange(atIdle, nullptr)();
+            const BOOL answer = fetch(message, window, first, last);
+            if (!isArmed || answer <= 0 || message->message == WM_NULL)
+                return answer;
+            DispatchMessageW(message);
+        }
     }
 };
 
-TEST_F(FailureTest, LeavesAHandlerThatAnotherThreadSentTheMessageTo)
+TEST_F(FailureTest, LeavesASheetsHandlerOfASentMessage)
 {
-    ThrowFromOutside outside;
-    dialog.m_step = [&] { outside.Send(dialog, 9); };
-    ExpectThrown(dialog, 9, [&] {
-        outside.Wait();
-        dialog.m_step = [this] { dialog.EndDialog(IDOK); };
-    });
-
-    sheet.m_step = [&] {
-        // A caret's blinking would end the wait, too.
-        sheet.GetDlgItem(IDOK)->SetFocus();
-        outside.Send(first, 11);
-    };
+    OnlyEmptyMessages messages;
+    messages.atIdle = [this] { ThrowFromOutside(first, 11); };
+    const auto fetch = support::HookImport<decltype(GetMessageW)>(
+        GetModuleHandleA(nullptr), "GetMessageW",
+        [&](auto original, auto... arguments) { return messages.Fetch(original, arguments...); });
+    sheet.m_step = [&] { messages.isArmed = true; };
     ExpectThrown(sheet, 11, [&] {
-        outside.Wait();
+        messages.isArmed = false;
         sheet.m_step = [this] { sheet.PressButton(PSBTN_OK); };
     });
+    EXPECT_EQ(messages.atIdle, nullptr);
 }
 
 LRESULT CALLBACK PassOn(int code, WPARAM wParam, LPARAM lParam)
@@ -275,7 +288,7 @@ TEST_F(FailureTest, EndsOnlyTheNestedDialogWhenItsCallerCatches)
     EXPECT_TRUE(enabled);
 }
 
-TEST_F(FailureTest, EndsTheNestedDialogWhenAHandlerOfTheOuterOneThrows)
+TEST_F(FailureTest, EndsTheNestedDialogWhenTheOuterOneThrows)
 {
     CTestDialog nested(IDD_CONTROLS, &dialog);
     nested.m_step = [this] { dialog.SendMessage(WM_THROW, 13); };

@@ -124,7 +124,7 @@ TEST_F(MessageMap, FallsBackToTheBaseClass)
     EXPECT_EQ(Run(2, CN_COMMAND), "only base");
 }
 
-TEST_F(MessageMap, TellsNotificationsApart)
+TEST_F(MessageMap, DistinguishesNotifications)
 {
     EXPECT_EQ(Run(3, EN_CHANGE), "change");
     EXPECT_EQ(Run(3, EN_UPDATE), "update");
@@ -182,7 +182,7 @@ BEGIN_MESSAGE_MAP(CReflecting, CListBox)
     ON_CONTROL_REFLECT(LBN_SELCHANGE, &CReflecting::OnSelChange)
 END_MESSAGE_MAP()
 
-// Counts what its list box tells it.
+// Counts the notifications of its list box.
 class CListParent : public CTestDialog
 {
   public:

@@ -79,7 +79,7 @@ TEST_F(Page, PassesOverAPageThatRefusesToBeShown)
     EXPECT_NE(shown, &second);
 }
 
-TEST_F(Page, ExchangesAPagesDataWheneverItIsShownOrLeft)
+TEST_F(Page, ExchangesDataWhenShownOrLeft)
 {
     first.m_text = "loaded";
     CString shownFirst;
@@ -111,7 +111,7 @@ class CCountingPage : public CPropertyPage
     int m_exchanges = 0;
 };
 
-TEST_F(Page, FillsAPageOnceWhenItIsFirstShownEvenInASecondRun)
+TEST_F(Page, FillsAPageWhenItIsFirstShown)
 {
     CCountingPage page;
     CTestSheet other;
@@ -146,7 +146,7 @@ std::string TabText(const CPropertySheet& sheet, int index)
     return text;
 }
 
-TEST_F(Page, HasATabWithItsTemplatesCaptionOrOneOfTheStringTable)
+TEST_F(Page, HasATabWithItsCaptionOrAText)
 {
     CPropertyPage renamed(IDD_PAGE1, IDS_PAGECAPTION);
     sheet.AddPage(&renamed);

@@ -79,7 +79,7 @@ TEST_F(Sheet, StartsWithTheSelectedPage)
     EXPECT_EQ(log, (Log{"second init", "second shown"}));
 }
 
-TEST_F(Sheet, AppearsInTheMiddleOfTheWorkAreaWithoutAnOwner)
+TEST_F(Sheet, WithoutAnOwnerAppearsInTheMiddle)
 {
     CRect work;
     SystemParametersInfoA(SPI_GETWORKAREA, 0, static_cast<RECT*>(&work), 0);
@@ -109,7 +109,7 @@ TEST_F(Sheet, KnowsItsPagesAndTheOneInFront)
     EXPECT_EQ(sheet.GetPage(2), &third);
 }
 
-TEST_F(Sheet, HasATitleThatMayComeFromTheStringTable)
+TEST_F(Sheet, HasATitleFromTheStringTable)
 {
     CPropertySheet titled(IDS_CAPTION);
     titled.AddPage(&first);
@@ -202,7 +202,7 @@ TEST_F(Sheet, KeepsItsOwnerDisabledWhileItRuns)
     EXPECT_EQ(GetActiveWindow(), owner.m_hWnd);
 }
 
-TEST_F(Sheet, DisablesTheWholeWindowAroundAChildThatIsItsParent)
+TEST_F(Sheet, DisablesTheWindowAroundItsParent)
 {
     CTestOwner owner;
     CWnd child;

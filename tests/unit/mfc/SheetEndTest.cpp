@@ -2,7 +2,7 @@
 // thread sends are handled without the loop's getting one.
 #include "SheetFixture.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <thread>
 
@@ -126,7 +126,7 @@ TEST_F(SheetEnd, FollowsASentMessageWhoseHandlerEndsTheSheet)
               77);
 }
 
-TEST_F(SheetEnd, FollowsASentMessageWhoseHandlerTakesAllMessagesAfterwards)
+TEST_F(SheetEnd, FollowsASentMessageWhoseHandlerTakesMessages)
 {
     EXPECT_EQ(RunEndedBy([this] {
                   sheet.m_step = [this] {
@@ -200,7 +200,7 @@ TEST_F(SheetEnd, FollowsAnEndThatAnotherSheetCovered)
     ::DestroyWindow(host);
 }
 
-TEST_F(SheetEnd, KeepsTheSheetAfterASentOkThatAPageRefuses)
+TEST_F(SheetEnd, KeepsTheSheetAfterARefusedOk)
 {
     first.m_mayApply = FALSE;
     EXPECT_EQ(RunEndedBy([this] {

@@ -15,7 +15,7 @@ void PrintTo(const CString& string, std::ostream* out)
 
 namespace {
 
-TEST(String, IsBuiltFromTextPartOfATextAndCharacters)
+TEST(String, IsBuiltFromTextsAndCharacters)
 {
     EXPECT_EQ(CString(), "");
     EXPECT_EQ(CString("text"), "text");
@@ -76,7 +76,7 @@ TEST(String, ComparesByCaseOrWithout)
     EXPECT_FALSE(CString("b") < "a");
 }
 
-TEST(String, TellsItsLengthAndCharacters)
+TEST(String, ReturnsItsLengthAndCharacters)
 {
     CString string("abc");
 
@@ -122,7 +122,7 @@ TEST(String, FindsCharactersAndTexts)
     EXPECT_EQ(CString().Find('a'), -1);
 }
 
-TEST(String, TakesNoHalfOfADoubleByteCharacterForABackslash)
+TEST(String, FindsNoBackslashInsideACharacter)
 {
     if (GetACP() != 932) {
         // The pair 0x95 0x5C is one character only in the Japanese code page;

@@ -164,9 +164,19 @@ LRESULT CTestSheet::OnThrow(WPARAM wParam, LPARAM /*lParam*/)
     throw static_cast<int>(wParam);
 }
 
+BEGIN_MESSAGE_MAP(CTestOwner, CWnd)
+    ON_MESSAGE(WM_ENTERIDLE, &CTestOwner::OnEnterIdle)
+END_MESSAGE_MAP()
+
 CTestOwner::CTestOwner()
 {
     CreateEx(0, "STATIC", "Owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(100, 100, 500, 400), nullptr, 0);
+}
+
+LRESULT CTestOwner::OnEnterIdle(WPARAM /*wParam*/, LPARAM /*lParam*/)
+{
+    Run(m_atIdle);
+    return 0;
 }
 
 static BOOL CALLBACK CountDialog(HWND window, LPARAM count)

@@ -1,4 +1,4 @@
-// Dialogs, pages and a sheet that do what a test tells them, and what tests look at around them.
+// Dialogs, pages and a sheet that do what a test says, and what tests look at around them.
 #pragma once
 
 #include "resource.h"
@@ -128,6 +128,12 @@ class CTestOwner : public CWnd
 {
   public:
     CTestOwner();
+
+    afx_msg LRESULT OnEnterIdle(WPARAM wParam, LPARAM lParam);
+
+    std::function<void()> m_atIdle; // run when the loop of a dialog begins to wait
+
+    DECLARE_MESSAGE_MAP()
 };
 
 // The top-level windows of this thread that are dialogs.

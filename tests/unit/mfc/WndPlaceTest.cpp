@@ -151,7 +151,7 @@ TEST_F(WndPlace, IsCentredOverItsOwner)
     ExpectCentred(PlaceOf(dialog), PlaceOf(owner));
 }
 
-TEST_F(WndPlace, IsCentredOnTheScreenWhenItsOwnerIsHidden)
+TEST_F(WndPlace, IsCentredOnTheScreenOfAHiddenOwner)
 {
     owner.ShowWindow(SW_HIDE);
     dialog.CenterWindow();

@@ -168,7 +168,7 @@ TEST_F(WndTest, GivesATakenWindowBackWithItself)
     EXPECT_EQ(ProcedureOf(window), before);
 }
 
-TEST_F(WndTest, SeesAndPassesOnTheMessagesOfATakenWindow)
+TEST_F(WndTest, PassesOnTheMessagesOfASubclassedWindow)
 {
     CWatched edit;
     edit.SubclassWindow(MakeEdit());
@@ -181,7 +181,7 @@ TEST_F(WndTest, SeesAndPassesOnTheMessagesOfATakenWindow)
     EXPECT_EQ(text, "a");
 }
 
-TEST_F(WndTest, SeesWhereTheMouseIsPressedAndPassesItOn)
+TEST_F(WndTest, PassesOnWhereTheMouseIsPressed)
 {
     CWatched edit;
     edit.SubclassWindow(MakeEdit());

@@ -1,7 +1,7 @@
 // Calls of the board library and the reset of the board.
 #include "pages/core/BoardLibrary.h"
 
-#include "support/BoardScript.h"
+#include "machine/BoardScript.h"
 #include "support/FakeClock.h"
 
 #include <gtest/gtest.h>
@@ -56,7 +56,7 @@ TEST_F(BoardCall, GivesTheLibrarysStatus)
     EXPECT_EQ(WriteBoardData(m_data), 32U);
 }
 
-TEST_F(BoardCall, LoadsTheLibraryOfTheSystemDirectoryAndReleasesIt)
+TEST_F(BoardCall, LoadsAndReleasesTheSystemsLibrary)
 {
     EXPECT_EQ(ReadBoardData(m_data), 0U);
     EXPECT_STRCASEEQ(m_libraries.Path(boardLibrary).c_str(), "C:\\windows\\system32\\RB4USER.DLL");
@@ -97,7 +97,7 @@ TEST_F(BoardReset, AsksWithTheSettingsThatTheBoardHolds)
     EXPECT_EQ(m_board.written[0].resetRequest, 1U);
 }
 
-TEST_F(BoardReset, ABoardThatAnswersAtOnceIsReadOnceWithoutAPause)
+TEST_F(BoardReset, ReadsAnAnsweringBoardOnceWithoutAPause)
 {
     EXPECT_EQ(Reset(), 0U);
     EXPECT_EQ(m_board.reads, 2);

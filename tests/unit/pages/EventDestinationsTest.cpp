@@ -14,7 +14,7 @@ using Names = std::vector<std::string>;
 
 // --- the password
 
-TEST(ScramblePassword, CombinesEachByteWithItsPlaceAndEndsWithAZero)
+TEST(ScramblePassword, CombinesEachByteWithItsPlace)
 {
     EXPECT_EQ(ScramblePassword("abc"), (Bytes{'a' ^ 32, 'b' ^ 33, 'c' ^ 34, 0}));
     EXPECT_EQ(ScramblePassword(""), Bytes{0});
@@ -29,7 +29,7 @@ TEST(ScramblePassword, UsesTheLowByteOfThePlace)
     EXPECT_EQ(DescramblePassword(stored), password);
 }
 
-TEST(ScramblePassword, ACharacterThatMeetsItsOwnNumberEndsThePassword)
+TEST(ScramblePassword, ACharacterEqualToItsKeyEndsThePassword)
 {
     EXPECT_EQ(ScramblePassword("a!b"), (Bytes{'a' ^ 32, 0, 'b' ^ 34, 0}));
     EXPECT_EQ(DescramblePassword(ScramblePassword("a!b")), "a");
@@ -58,7 +58,7 @@ TEST(DescramblePassword, EndsAtAStoredZero)
     EXPECT_EQ(DescramblePassword(Bytes{'a' ^ 32, 0, 'c' ^ 34, 0}), "a");
 }
 
-TEST(DescramblePassword, TakesDataWithoutALastZeroAsFarAsItGoes)
+TEST(DescramblePassword, ReadsUnterminatedData)
 {
     EXPECT_EQ(DescramblePassword(Bytes{'a' ^ 32, 'b' ^ 33}), "ab");
 }

@@ -55,7 +55,7 @@ TEST(ProcessMonitorParse, KeepsAnOptionOfZeroInTheMiddle)
               (Processes{{1, "a"}, {0, "b"}, {2, "c"}}));
 }
 
-TEST(ProcessMonitorParse, TakesALastNameWithoutItsZeroAsFarAsItGoes)
+TEST(ProcessMonitorParse, ReadsAnUnterminatedLastName)
 {
     EXPECT_EQ(ParseMonitoredProcesses(BytesOf("\x03"
                                               "notep")),
@@ -94,7 +94,7 @@ TEST(ProcessMonitorParse, TakesOneNameOfSixtyFourKilobytes)
     EXPECT_EQ(ParseMonitoredProcesses(stored), (Processes{{1, std::string(65535, 'n')}}));
 }
 
-TEST(ProcessMonitorParse, TakesOffTheHalfCharacterAtTheEndOfAName)
+TEST(ProcessMonitorParse, DropsHalfACharacterAtTheEnd)
 {
     const support::CodePage932 japanese(GetModuleHandleA(nullptr));
     EXPECT_EQ(

@@ -1,7 +1,7 @@
 // The storage agents' switches on the real registry.
 #include "pages/core/StorageSettings.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "support/TestRegistry.h"
 #include "sysaccess/core/AgentServices.h"
 #include "sysaccess/core/ConfigurationError.h"
@@ -73,13 +73,13 @@ TEST_F(StorageSettingsLoad, ReadsEachFeatureFromItsOwnBit)
     EXPECT_EQ(Load().disabled, Every(TRUE));
 }
 
-TEST_F(StorageSettingsLoad, TapeSupportOfTheSasAgentIsNotBitOne)
+TEST_F(StorageSettingsLoad, SasTapeSupportIsNotBitOne)
 {
     m_sas.SetDword(disableFlagsValue, 0x1);
     EXPECT_FALSE(Load().disabled[SasTape]);
 }
 
-TEST_F(StorageSettingsLoad, AValueOfAnotherTypeOrSizeCountsAsNothingDisabled)
+TEST_F(StorageSettingsLoad, AnotherTypeOrSizeDisablesNothing)
 {
     m_fibre.SetBinary(disableFlagsValue, {1, 0, 0, 0});
     m_array.SetRaw(disableFlagsValue, REG_DWORD, {3});
@@ -133,7 +133,7 @@ TEST_F(StorageSettingsSave, CarriesTheLastValueOverAMissingOne)
     ExpectDword(m_sas, disableFlagsValue, 0x10);
 }
 
-TEST_F(StorageSettingsSave, CarriesTheArrayAgentsValueOverToTheSasAgent)
+TEST_F(StorageSettingsSave, CarriesTheArrayValueOverToSas)
 {
     m_fibre.SetDword(disableFlagsValue, 0x10);
     m_array.SetDword(disableFlagsValue, 0x20);
@@ -164,7 +164,7 @@ TEST_F(StorageSettingsSave, ReplacesAValueOfAnotherType)
     ExpectDword(m_fibre, disableFlagsValue, 0x1);
 }
 
-TEST_F(StorageSettingsSave, EndsAtTheFirstRefusalAndKeepsWhatWasWritten)
+TEST_F(StorageSettingsSave, EndsAtTheFirstRefusal)
 {
     StorageSettings settings;
     settings.disabled = Every(TRUE);

@@ -1,9 +1,9 @@
 // The names of the running processes, as the page asks the host utility library for them.
 #include "pages/core/TaskList.h"
 
+#include "imports/ImportHook.h"
+#include "machine/TaskListScript.h"
 #include "support/CodePage932.h"
-#include "support/ImportHook.h"
-#include "support/TaskListScript.h"
 
 #include <gtest/gtest.h>
 
@@ -148,7 +148,7 @@ TEST_F(TaskListSearch, KeepsTheLibraryOutWhenItCannotBeSet)
     EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 0);
 }
 
-TEST_F(TaskListSearch, KeepsTheLibraryOutOnASystemThatDoesNotReportItsDirectory)
+TEST_F(TaskListSearch, LoadsNothingWithoutASystemDirectory)
 {
     m_tasks.names = {"a"};
     const auto hook = support::HookImport<decltype(GetSystemDirectoryA)>(

@@ -99,7 +99,7 @@ TEST(ProfileKey, MatchesInAnyLetterCase)
     EXPECT_EQ(Found(compact, "PaTh=x\r\n", "pAtH"), "x");
 }
 
-TEST(ProfileKey, IsComparedWithEachRunOfBlanksAsOneSpace)
+TEST(ProfileKey, IsComparedWithRunsOfBlanksAsOneSpace)
 {
     EXPECT_EQ(Found(compact, "a \t  b=1\r\n", "a b"), "1");
     EXPECT_EQ(Found(compact, "a  b=1\r\n", "a  b"), "(not found)");
@@ -147,7 +147,7 @@ TEST(ProfileValue, HasEachRunOfBlanksAsOneSpace)
 
 // --- 3, 4: find
 
-TEST(ProfileFindFirst, FindsTheFirstFromTheTopWhereverTheCursorIs)
+TEST(ProfileFindFirst, SearchesFromTheTop)
 {
     Opened request(compact, "a=1\r\nb=2\r\na=3\r\n");
     EXPECT_EQ(request.Execute(PROF_FIND_FIRST, "b"), PROF_OK);
@@ -156,7 +156,7 @@ TEST(ProfileFindFirst, FindsTheFirstFromTheTopWhereverTheCursorIs)
     EXPECT_EQ(request.Current(), "a=1");
 }
 
-TEST(ProfileFindFirst, ReportsAMissingKeyAndLeavesTheCursorOnTheLastLinePassed)
+TEST(ProfileFindFirst, WithoutAMatchStaysOnTheLastLine)
 {
     Opened request(compact, "a=1\r\nb=2\r\n;c\r\n[D]\r\ne=5\r\n");
     EXPECT_EQ(request.Execute(PROF_FIND_FIRST, "e", "untouched"), PROF_KEY_NOT_FOUND);
@@ -188,7 +188,7 @@ TEST(ProfileFindNext, StepsOffTheLastLine)
     EXPECT_EQ(request.Execute(PROF_FIND_NEXT, "a"), PROF_NO_CURRENT);
 }
 
-TEST(ProfileFindNext, StepsOneLineOnEvenOntoALineThatIsNoEntry)
+TEST(ProfileFindNext, StepsOneLineOnWhateverItHolds)
 {
     for (const std::string line : {"[A]", ";a=2", ""}) {
         Opened request(compact, "a=1\r\n" + line + "\r\n[B]\r\na=3\r\n");
@@ -198,7 +198,7 @@ TEST(ProfileFindNext, StepsOneLineOnEvenOntoALineThatIsNoEntry)
     }
 }
 
-TEST(ProfileFindNext, WithoutOneLeavesTheCursorOnTheLastEntryPassed)
+TEST(ProfileFindNext, WithoutAMatchStaysOnTheLastEntry)
 {
     Opened request(compact, "a=1\r\n;c\r\nb=2\r\n;d\r\n");
     EXPECT_EQ(request.Execute(PROF_FIND_FIRST, "a"), PROF_OK);
@@ -226,7 +226,7 @@ TEST(ProfileSet, AppendsBelowANewHeaderInSectionedMode)
     ExpectEdit(sectioned, "x=0\r\n", {PROF_SET, "a", "1", "S"}, "x=0\r\n\r\n[S]\r\n  a = 1\r\n");
 }
 
-TEST(ProfileSet, AppendsAtTheEndWhenAHeaderEndsTheSearch)
+TEST(ProfileSet, AppendsWhenAHeaderEndsTheSearch)
 {
     ExpectEdit(compact, "[A]\r\na=1\r\n", {PROF_SET, "a", "2", ""}, "[A]\r\na=1\r\na=2\r\n");
 }

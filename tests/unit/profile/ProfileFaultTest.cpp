@@ -94,7 +94,7 @@ TEST(ProfileFaults, ReadingGoesOnAfterShortReads)
     EXPECT_EQ(request.Lines(), contentLines);
 }
 
-TEST(ProfileFaults, AFailedOpenOrReadWithoutAnErrorIsStillOne)
+TEST(ProfileFaults, AFailureWithoutAnErrorIsStillOne)
 {
     const ScratchFile file;
     Request request;

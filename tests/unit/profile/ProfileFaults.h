@@ -2,8 +2,8 @@
 // place. For sweeps over every place, which call this until nothing is left to fail.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "ProfileFixture.h"
-#include "support/ImportHook.h"
 
 #include <io.h>
 #include <windows.h>

@@ -72,7 +72,7 @@ TEST(ProfileInsertAfter, InsertsBelowTheLastLine)
     EXPECT_EQ(request.Lines(), (Lines{"a=1", "b=2"}));
 }
 
-TEST(ProfileInsertAfter, TellsTheKindOfTheNewLine)
+TEST(ProfileInsertAfter, ClassifiesTheNewLine)
 {
     OnEntry request(compact, "a=1\r\n", "a");
     EXPECT_EQ(request.Execute(PROF_INSERT_RAW_AFTER, "[", "B]"), PROF_OK);
@@ -117,7 +117,7 @@ TEST(ProfileReplaceCurrent, PutsANewLineInItsPlace)
     EXPECT_EQ(request.Block().current->kind, PROF_KIND_COMMENT);
 }
 
-TEST(ProfileDeleteCurrent, MovesTheCursorToTheNextLineUntilThereIsNone)
+TEST(ProfileDeleteCurrent, MovesTheCursorToTheNextLine)
 {
     OnEntry request(compact, "a=1\r\n;b\r\n", "a");
     EXPECT_EQ(request.Execute(PROF_DELETE_CURRENT), PROF_OK);
@@ -144,7 +144,7 @@ TEST(ProfileLength, OfALineMayReach599Characters)
     ExpectEdit(compact, "a=1\r\n", {PROF_SET, "a", longest, ""}, "a=" + longest + "\r\n");
 }
 
-TEST(ProfileLength, Of600IsRefusedByEveryOperationThatWritesALine)
+TEST(ProfileLength, Of600IsRefusedByEveryOperation)
 {
     const std::string before = "k=1\r\n[S]\r\nk=1\r\n";
     for (const std::uint16_t operation : profile::Codes{1, 2, 6, 8, 10, 11, 18, 20, 21, 40, 41, 42, 51}) {
@@ -154,14 +154,14 @@ TEST(ProfileLength, Of600IsRefusedByEveryOperationThatWritesALine)
     }
 }
 
-TEST(ProfileLength, OfASectionNameThatIsTooLongAppendsNothing)
+TEST(ProfileLength, OfALongSectionNameAppendsNothing)
 {
     for (const std::uint16_t operation : {PROF_SET, PROF_APPEND_LAST, PROF_ADD_SECTION_AT_END})
         ExpectEdit(sectioned, "a=1\r\n", {operation, "b", "2", std::string(598, 's')}, "a=1\r\n",
                    PROF_TOO_LONG);
 }
 
-TEST(ProfileLength, OfAValueReadIsAtMostThatOfItsLine)
+TEST(ProfileLength, OfAValueIsAtMostItsLines)
 {
     OnEntry request(compact, "k=" + std::string(597, 'v') + "\n", "k");
     EXPECT_EQ(request.Value(), std::string(597, 'v'));

@@ -19,7 +19,7 @@ TEST(ProfileList, GrowsAtTheEnd)
     ExpectSettledEdit(compact, "PATH=a\r\n", {PROF_LIST_APPEND, "PATH", "x", ""}, "PATH=a;x;\r\n");
 }
 
-TEST(ProfileList, StaysWhenItContainsTheValueInAnyLetterCase)
+TEST(ProfileList, StaysWhenItContainsTheValue)
 {
     for (const std::uint16_t operation : {PROF_LIST_PREPEND, PROF_LIST_APPEND}) {
         ExpectSettledEdit(compact, "PATH = a;B;c\r\n", {operation, "PATH", "b", ""}, "PATH = a;B;c\r\n");
@@ -68,7 +68,7 @@ TEST(ProfileList, MayReach599Characters)
     EXPECT_EQ(request.Current(), list + ";" + added + ";");
 }
 
-TEST(ProfileList, RefusesToReach600CharactersAndIsTidiedAllTheSame)
+TEST(ProfileList, IsTidiedEvenWhenItRefuses600Characters)
 {
     const std::string list = "a;;" + std::string(290, 'a');
     ExpectEdit(compact, "k=" + list + "\r\n", {PROF_LIST_APPEND, "k", std::string(305, 'b'), ""},

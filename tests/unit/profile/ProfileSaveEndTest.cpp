@@ -97,7 +97,7 @@ TEST_P(ProfileSaveEnd, LeavesTheOldLinesOrTheNewOnes)
 INSTANTIATE_TEST_SUITE_P(Saves, ProfileSaveEnd, testing::ValuesIn(endedSaves),
                          [](const auto& save) { return std::string(save.param.name); });
 
-TEST(ProfileSaveInOneCall, WritesAllLinesAtOnceAndEmptyOnesUpToTheOldSize)
+TEST(ProfileSaveInOneCall, FillsUpToTheOldSize)
 {
     for (const std::string removed : {"", "odd\r\n", "even\r\n"}) {
         const ScratchFile file;

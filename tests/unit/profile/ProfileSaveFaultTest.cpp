@@ -74,7 +74,7 @@ Outcomes Sweep(const Condition& condition)
 TEST(ProfileSaveFaults, LeaveAWritableFileWholeOrGone)
 {
     const Outcomes expected = {"_access: 0, new",
-                               "_access: 0, new, read-only", // it was told that the file is so
+                               "_access: 0, new, read-only", // as the file was said to be
                                "_access: 2, gone",
                                "CreateFileA: 1117, gone",
                                "GetFileSize: 0, new",
@@ -132,7 +132,7 @@ TEST(ProfileSaveFaults, DeleteAReadOnlyFileThatTheEditEmptied)
 }
 
 // Whether such a file is still there is left to the open, so that is one question less.
-TEST(ProfileSaveFaults, LeaveAFileThatTheRequestCreatesWholeOrGone)
+TEST(ProfileSaveFaults, LeaveANewFileWholeOrGone)
 {
     const Outcomes expected = {"_access: 0, new",         "_access: 0, new, read-only",
                                "CreateFileA: 1117, gone", "GetFileSize: 0, new",
@@ -164,7 +164,7 @@ std::int16_t Shorten(const ScratchFile& file)
     return request.Save();
 }
 
-TEST(ProfileSaveFaults, OfTheCutAreNoneAsAllLinesAreWritten)
+TEST(ProfileSaveFaults, OfTheCutAreNoFailure)
 {
     const ScratchFile file;
     {
@@ -179,7 +179,7 @@ TEST(ProfileSaveFaults, OfTheCutAreNoneAsAllLinesAreWritten)
     EXPECT_EQ(file.Content(), "second\r\n\r\n\r\n\r\n\n");
 }
 
-TEST(ProfileSaveFaults, OfTheOldSizeLeaveTheFileAsLongAsItsLines)
+TEST(ProfileSaveFaults, OfTheOldSizeAddNoEmptyLines)
 {
     const ScratchFile file;
     const support::FailNth<"GetFileSize", decltype(GetFileSize)> fail(self, 1, INVALID_FILE_SIZE,
@@ -197,7 +197,7 @@ TEST(ProfileSaveFaults, AreReportedByTheirLastSixteenBits)
     EXPECT_EQ(request.Save(), 5);
 }
 
-TEST(ProfileSaveFaults, OfADeletionThatFailsTooReportWhatFailedFirst)
+TEST(ProfileSaveFaults, ReportTheFirstFailureWhenTheDeletionFailsToo)
 {
     const ScratchFile file;
     Request request;

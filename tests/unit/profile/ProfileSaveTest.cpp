@@ -39,7 +39,7 @@ TEST(ProfileSave, WritesALineThatWasSplitAsSeveral)
 }
 
 // Only part of its ending is read with such a line; the rest is taken for a line of its own.
-TEST(ProfileSave, LeavesOneEmptyLineMoreBelowALineOf598Or599CharactersEachTime)
+TEST(ProfileSave, AddsAnEmptyLineBelow598Or599Characters)
 {
     for (const std::size_t length : {598U, 599U}) {
         const ScratchFile file;
@@ -56,7 +56,7 @@ TEST(ProfileSave, LeavesOneEmptyLineMoreBelowALineOf598Or599CharactersEachTime)
     }
 }
 
-TEST(ProfileSave, LeavesNoEmptyLineBelowALongLineAtTheEndNorBelowAShorterOne)
+TEST(ProfileSave, AddsNoOtherEmptyLines)
 {
     const ScratchFile file;
     for (const std::string& content : {std::string(598, 'x') + "\r\n", std::string(599, 'x') + "\r\n",

@@ -41,7 +41,7 @@ std::optional<std::string> CursorAfter(const std::string& content, const std::st
 
 // --- 61: find a section
 
-TEST(ProfileFindSection, FindsTheFirstHeaderWithTheNameInAnyLetterCase)
+TEST(ProfileFindSection, FindsTheFirstHeaderInAnyLetterCase)
 {
     EXPECT_EQ(FoundHeader("a=1\r\n[Other]\r\n[OPTIONS]\r\n[options]\r\n", "Options"), "[OPTIONS]");
 }
@@ -76,7 +76,7 @@ TEST(ProfileFindSection, LeavesTheCursorWhenThereIsNone)
     EXPECT_EQ(request.Current(), "a=1");
 }
 
-TEST(ProfileFindSection, NeverFindsAHeaderThatWasRewrittenAsAnEmptyLine)
+TEST(ProfileFindSection, DoesNotFindAHeaderRewrittenAsEmpty)
 {
     const ScratchFile file;
     file.Write("[A]\r\na=1\r\n");
@@ -144,7 +144,7 @@ TEST(ProfileSectionAdd, AppendsAMissingSection)
 }
 
 // A line that is refused is not inserted, but the place for it has been found.
-TEST(ProfileSectionAdd, LeavesTheCursorOnTheNewLineOrAboveItsPlace)
+TEST(ProfileSectionAdd, LeavesTheCursorOnOrAboveTheNewLine)
 {
     const std::string content = "x=0\r\n[A]\r\na=1\r\n;c\r\n\r\n[E]\r\n";
     const std::string tooLong(600, 'v');
@@ -173,7 +173,7 @@ TEST(ProfileSectionGet, ReadsTheValueInTheSection)
     EXPECT_EQ(request.Value(), "1");
 }
 
-TEST(ProfileSectionGet, TellsAMissingSectionFromAMissingKey)
+TEST(ProfileSectionGet, DistinguishesAMissingSectionFromAMissingKey)
 {
     ExpectEdit(sectioned, "[A]\r\na=1\r\n", {PROF_SECTION_GET, "a", "", "B"}, "[A]\r\na=1\r\n",
                PROF_SECTION_NOT_FOUND);
@@ -182,7 +182,7 @@ TEST(ProfileSectionGet, TellsAMissingSectionFromAMissingKey)
     ExpectEdit(sectioned, "[A]\r\n", {PROF_SECTION_GET, "b", "", "A"}, "[A]\r\n", PROF_KEY_NOT_FOUND);
 }
 
-TEST(ProfileSectionGet, WithoutTheKeyLeavesTheCursorOnTheHeaderOrTheLastEntryPassed)
+TEST(ProfileSectionGet, WithoutTheKeyStaysOnTheLastEntry)
 {
     EXPECT_EQ(CursorAfter("a=0\r\n[A]\r\n;c\r\n[B]\r\n", "A", PROF_SECTION_GET, "b"), "[A]");
     EXPECT_EQ(CursorAfter("[A]\r\na=1\r\n;c\r\n[B]\r\n", "A", PROF_SECTION_GET, "b"), "a=1");
@@ -244,7 +244,7 @@ TEST(ProfileSectionDeleteKey, ReturnsSuccessWithoutOne)
     ExpectEdit(sectioned, "[A]\r\na=1\r\n", {PROF_SECTION_DELETE_KEY, "a", "", "B"}, "[A]\r\na=1\r\n");
 }
 
-TEST(ProfileSectionDeleteKey, LeavesTheCursorBelowTheDeletedEntryOrWhereTheSearchEnded)
+TEST(ProfileSectionDeleteKey, LeavesTheCursorWhereTheSearchEnded)
 {
     const std::string content = "x=0\r\n[A]\r\n;c\r\na=1\r\nb=2\r\n[E]\r\n;d\r\n";
     EXPECT_EQ(CursorAfter(content, "A", PROF_SECTION_DELETE_KEY, "a"), "b=2");
@@ -255,7 +255,7 @@ TEST(ProfileSectionDeleteKey, LeavesTheCursorBelowTheDeletedEntryOrWhereTheSearc
 
 // --- 17, 23: copy and paste
 
-TEST(ProfileSectionCopy, CopiesTheLinesBelowTheHeaderUpToTheNextOne)
+TEST(ProfileSectionCopy, CopiesTheLinesBetweenHeaders)
 {
     const ScratchFile file;
     file.Write("[A]\r\n a=1\r\n\r\n;c\r\n[B]\r\nb=1\r\n");
@@ -322,13 +322,13 @@ TEST(ProfilePasteAtEnd, DoesNothingWithoutAClipboard)
 
 // --- 18: append to a value
 
-TEST(ProfileSectionAppendValue, PutsACommaAndTheValueBehindTheOldOne)
+TEST(ProfileSectionAppendValue, AppendsACommaAndTheValue)
 {
     ExpectEdit(sectioned, "[A]\r\na= x  y\r\n", {PROF_SECTION_APPEND_VALUE, "a", "z", "A"},
                "[A]\r\n  a = x y, z\r\n");
 }
 
-TEST(ProfileSectionAppendValue, TellsAMissingSectionFromAMissingKey)
+TEST(ProfileSectionAppendValue, DistinguishesAMissingSectionFromAMissingKey)
 {
     ExpectEdit(sectioned, "[A]\r\na=1\r\n", {PROF_SECTION_APPEND_VALUE, "a", "z", "B"}, "[A]\r\na=1\r\n",
                PROF_SECTION_NOT_FOUND);

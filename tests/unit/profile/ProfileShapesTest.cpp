@@ -77,7 +77,7 @@ std::string After(const std::string& content, std::uint8_t mode, const std::vect
     return profile::Edited(mode, content, edits, PROF_OK, support::Location::current()).value_or("(deleted)");
 }
 
-TEST_P(ProfileShapes, ComeBackLineForLineWithNothingButTheirEndingsChanged)
+TEST_P(ProfileShapes, ChangeNothingButLineEndings)
 {
     for (const Shape& shape : shapes)
         EXPECT_EQ(After(shape.content, GetParam(), {}), Joined(shape.lines, "\r\n")) << shape.name;

@@ -27,7 +27,7 @@ DWORD OpenError(const char* path, DWORD access, DWORD share, DWORD disposition)
     return ERROR_SUCCESS;
 }
 
-TEST(SystemFiles, TellAMissingFileFromAMissingDirectory)
+TEST(SystemFiles, DistinguishAMissingFileFromAMissingDirectory)
 {
     const ScratchFile file;
     EXPECT_EQ(OpenError(file.Path(), GENERIC_READ, 0, OPEN_EXISTING), DWORD{ERROR_FILE_NOT_FOUND});
@@ -128,7 +128,7 @@ TEST(SystemFiles, RefuseAHandleThatIsNone)
     EXPECT_FALSE(CloseHandle(INVALID_HANDLE_VALUE) && CloseHandle(nullptr));
 }
 
-TEST(SystemFiles, TellWhetherTheyExistAndMayBeWritten)
+TEST(SystemFiles, ReportExistenceAndWriteAccess)
 {
     const ScratchFile file;
     EXPECT_EQ(_access(file.Path(), 0), -1);

@@ -65,7 +65,7 @@ TEST(DialogLayout, LetsNoTwoControlsOverlap)
     });
 }
 
-TEST(DialogLayout, KeepsSevenUnitsFreeAtTheEdgesOfAPage)
+TEST(DialogLayout, KeepsSevenUnitsFreeAtTheEdges)
 {
     ForEachPage([](const DialogWindow& dialog) {
         const ExpectedDialog& expected = ExpectedDialogOf(dialog.Id());
@@ -202,7 +202,7 @@ TEST(DialogLayout, PutsALabelRightBeforeEachEditAndList)
     });
 }
 
-TEST(DialogLayout, PutsTheLabelRightBeforeTheControlThatItsKeyReaches)
+TEST(DialogLayout, PutsTheLabelBeforeItsControl)
 {
     ForEachPage([](const DialogWindow& dialog) {
         const auto& controls = dialog.Controls();
@@ -230,7 +230,7 @@ TEST(DialogLayout, PlacesTheLabelAboveOrLeftOfItsControl)
     });
 }
 
-TEST(DialogLayout, LeavesNoControlOutOfReachOfTheTabKey)
+TEST(DialogLayout, MakesEveryControlReachableByTab)
 {
     ForEachDialog([](const DialogWindow& dialog) {
         for (const DialogControl& control : dialog.Controls()) {
@@ -242,7 +242,7 @@ TEST(DialogLayout, LeavesNoControlOutOfReachOfTheTabKey)
     });
 }
 
-TEST(DialogLayout, EndsTheGroupOfRadioButtonsWithTheAddButton)
+TEST(DialogLayout, EndsTheRadioGroupWithTheAddButton)
 {
     const DialogWindow dialog(IDD_PROCMON, kEnglish);
     EXPECT_TRUE(dialog.Control(IDC_PROCMON_NONE).style & WS_GROUP);
@@ -252,7 +252,7 @@ TEST(DialogLayout, EndsTheGroupOfRadioButtonsWithTheAddButton)
     EXPECT_TRUE(dialog.Control(IDC_PROCMON_ADD).style & WS_GROUP);
 }
 
-TEST(DialogLayout, CentresThePleaseWaitTextWhereItHasAlwaysStood)
+TEST(DialogLayout, CentresThePleaseWaitText)
 {
     for (const LANGID language : {kEnglish, kJapanese}) {
         const DialogWindow dialog(IDD_PLEASE_WAIT, language);

@@ -116,7 +116,7 @@ TEST_P(EachDialog, HasTheExpectedKindOfWindow)
 
 // A sheet is drawn in the size that its system's own dialogs have, and so its pages must be, or they do not
 // fill it.
-TEST_P(EachDialog, UsesTheShellsFontInTheSizeOfTheLanguagesDialogs)
+TEST_P(EachDialog, UsesTheShellsFontInItsLanguagesSize)
 {
     LOGFONTW font = {};
     const auto handle = reinterpret_cast<HGDIOBJ>(SendMessageW(m_dialog.Handle(), WM_GETFONT, 0, 0));
@@ -130,7 +130,7 @@ TEST_P(EachDialog, UsesTheShellsFontInTheSizeOfTheLanguagesDialogs)
     EXPECT_EQ(font.lfHeight, height);
 }
 
-TEST_P(EachDialog, HasTheSameControlsWithAccessKeysInBothLanguages)
+TEST_P(EachDialog, HasTheSameAccessKeyControlsInBothLanguages)
 {
     const std::vector<wchar_t> english = AccessKeys(DialogWindow(Id(), kEnglish));
     const std::vector<wchar_t> keys = AccessKeys(m_dialog);
@@ -171,7 +171,7 @@ TEST(EnglishDialogs, HaveTheExpectedTextsToTheLetter)
 }
 
 // No keyboard has a key for a kana or an ideograph.
-TEST(JapaneseDialogs, PutALatinAccessKeyInParenthesesBehindTheText)
+TEST(JapaneseDialogs, PutAccessKeysInParenthesesAtTheEnd)
 {
     for (const ExpectedDialog& expected : ExpectedDialogs()) {
         const DialogWindow dialog(expected.id, kJapanese);
@@ -186,7 +186,7 @@ TEST(JapaneseDialogs, PutALatinAccessKeyInParenthesesBehindTheText)
     }
 }
 
-TEST(ProcessMonitorDialog, KeepsTheKeyOfTheAddButtonApartFromDeleteInBothItsFaces)
+TEST(ProcessMonitorDialog, KeepsTheKeysOfAddAndDeleteApart)
 {
     for (const LANGID language : {kEnglish, kJapanese}) {
         const DialogWindow dialog(IDD_PROCMON, language);
@@ -196,7 +196,7 @@ TEST(ProcessMonitorDialog, KeepsTheKeyOfTheAddButtonApartFromDeleteInBothItsFace
     }
 }
 
-TEST(ProcessMonitorDialog, NamesItsRadioButtonsLikeTheOptionsOfTheList)
+TEST(ProcessMonitorDialog, NamesItsRadioButtonsLikeTheOptions)
 {
     for (const LANGID language : {kEnglish, kJapanese}) {
         const DialogWindow dialog(IDD_PROCMON, language);

@@ -104,7 +104,7 @@ TEST(DialogTextFit, GivesTheAddButtonRoomForBothItsFaces)
     });
 }
 
-TEST(DialogTextFit, GivesThePleaseWaitTextRoomForALongServiceName)
+TEST(DialogTextFit, LongServiceNamesFitThePleaseWaitText)
 {
     ForEachLook(IDD_PLEASE_WAIT, [](const DialogWindow& dialog) {
         const DialogControl& text = dialog.Control(IDC_PLEASE_WAIT_TEXT);

@@ -69,7 +69,7 @@ class DialogWindow
     std::vector<DialogControl> m_controls;
 };
 
-// Calls `check` with a dialog in each language at each resolution; failures tell which of them it was.
+// Calls `check` with a dialog in each language at each resolution; failures name the one it was.
 void ForEachLook(int id, const std::function<void(const DialogWindow&)>& check);
 
 // The letter behind the single ampersand of a text, in upper case; 0 when there is none.

@@ -83,7 +83,7 @@ TEST(AppletIcon, HasAnImageForEverySizeThatWindowsShows)
     EXPECT_EQ(sizes, (std::multiset<int>{16, 24, 32, 48, 256}));
 }
 
-TEST(AppletIcon, StoresTheLargeImageCompressedAndTheOthersAsBitmaps)
+TEST(AppletIcon, StoresOnlyTheLargeImageCompressed)
 {
     for (const IconImage& image : IconImages())
         EXPECT_EQ(Pixels(image).starts_with("\x89PNG"), image.width == 0) << int{image.width};
@@ -100,7 +100,7 @@ TEST(AppletIcon, LoadsAsTheControlPanelLoadsIt)
     }
 }
 
-TEST(Manifest, StandsAtTheNumberThatHostsOfControlPanelItemsLookFor)
+TEST(Manifest, HasTheNumberThatHostsLookFor)
 {
     EXPECT_EQ(ResourceIds(kManifest, 0), std::set<int>{123});
 }

@@ -70,7 +70,7 @@ TEST(StringTable, BreaksJapaneseTextsIntoTheSameParagraphs)
     }
 }
 
-TEST(StringTable, IsTranslatedWhereverTheTextIsMoreThanTheProductsName)
+TEST(StringTable, IsTranslatedButForTheProductsName)
 {
     for (const ExpectedString& expected : ExpectedStrings()) {
         const std::wstring japanese = FindString(expected.id, kJapanese).value_or(L"");

@@ -1,7 +1,7 @@
-// The restart of the agents: what is asked and told, and in which order services stop and start.
+// The restart of the agents: what is asked and reported, and in which order services stop and start.
 #include "sysaccess/AgentRestart.h"
+#include "imports/ImportHook.h"
 #include "ScriptedMachine.h"
-#include "support/ImportHook.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ Calls operator+(Calls first, const Calls& second)
     return first;
 }
 
-TEST_F(RestartAgents, StopsFirstToLastAndStartsLastToFirstWithAPauseBeforeEach)
+TEST_F(RestartAgents, StartsInTheReverseOrderOfStopping)
 {
     AddAgents(SERVICE_RUNNING);
     m_user.Answer(IDYES);
@@ -77,7 +77,7 @@ TEST_F(RestartAgents, RestartsAgentsThatArePaused)
     EXPECT_EQ(Operations(), stopAll + startAll);
 }
 
-TEST_F(RestartAgents, AsksWhetherToStartAgentsThatAreStoppedAndStopsNothing)
+TEST_F(RestartAgents, OffersToStartStoppedAgents)
 {
     AddAgents(SERVICE_STOPPED);
     AddInState("VtMgStor", SERVICE_RUNNING);
@@ -87,7 +87,7 @@ TEST_F(RestartAgents, AsksWhetherToStartAgentsThatAreStoppedAndStopsNothing)
     EXPECT_EQ(Operations(), (Calls{"StartServiceA SNMP", "StartServiceA VtMgHost"}));
 }
 
-TEST_F(RestartAgents, LeavesEverythingAsItIsUnlessTheAnswerIsYes)
+TEST_F(RestartAgents, DoesNothingUnlessTheAnswerIsYes)
 {
     AddAgents(SERVICE_RUNNING);
     for (const int answer : {IDNO, IDCANCEL, 0}) {
@@ -98,7 +98,7 @@ TEST_F(RestartAgents, LeavesEverythingAsItIsUnlessTheAnswerIsYes)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>());
 }
 
-TEST_F(RestartAgents, TellsWhenTheHostIsOnItsWaySomewhere)
+TEST_F(RestartAgents, ReportsAHostInAPendingState)
 {
     for (const DWORD state :
          States{SERVICE_START_PENDING, SERVICE_STOP_PENDING, SERVICE_CONTINUE_PENDING, SERVICE_PAUSE_PENDING})
@@ -112,7 +112,7 @@ TEST_F(RestartAgents, TellsWhenTheHostIsOnItsWaySomewhere)
     EXPECT_EQ(Operations(), Calls());
 }
 
-TEST_F(RestartAgents, TellsWhenTheHostIsInAnUnknownState)
+TEST_F(RestartAgents, ReportsAHostInAnUnknownState)
 {
     for (const DWORD state : States{0, 8}) {
         AddAgents(state);
@@ -170,7 +170,7 @@ TEST_F(RestartAgents, StartsAWebAgentThatWasStopped)
     EXPECT_EQ(Operations(), stopAll + startAll + Calls{"StartServiceA VtnWebWmi"});
 }
 
-TEST_F(RestartAgents, LeavesAWebAgentOutThatIsOnItsWayOrCannotBeAsked)
+TEST_F(RestartAgents, SkipsAPendingOrUnreachableWebAgent)
 {
     for (const DWORD state : States{SERVICE_START_PENDING, SERVICE_STOP_PENDING, SERVICE_CONTINUE_PENDING,
                                     SERVICE_PAUSE_PENDING, 0, 8})
@@ -186,7 +186,7 @@ TEST_F(RestartAgents, LeavesAWebAgentOutThatIsOnItsWayOrCannotBeAsked)
     }
 }
 
-TEST_F(RestartAgents, LeavesAWebAgentOutWhoseStateCannotBeRead)
+TEST_F(RestartAgents, SkipsAWebAgentInAnUnreadableState)
 {
     AddAgents(SERVICE_RUNNING);
     AddInState("VtnWebWmi", SERVICE_RUNNING);
@@ -196,7 +196,7 @@ TEST_F(RestartAgents, LeavesAWebAgentOutWhoseStateCannotBeRead)
     EXPECT_EQ(Operations(), stopAll + startAll);
 }
 
-TEST_F(RestartAgents, RestartsSnmpAloneWhenItsDependentsAreNotTold)
+TEST_F(RestartAgents, RestartsSnmpAloneWithoutItsDependents)
 {
     AddAgents(SERVICE_RUNNING);
     AddInState("SNMP", SERVICE_RUNNING);
@@ -266,7 +266,7 @@ TEST_F(RestartAgents, StopsAListThatNeedsTheLargerBuffer)
     EXPECT_EQ(operations, stops);
 }
 
-TEST_F(RestartAgents, AsksAndTellsOverTheOwner)
+TEST_F(RestartAgents, AsksAndReportsOverTheOwner)
 {
     const HWND owner =
         CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
@@ -277,7 +277,7 @@ TEST_F(RestartAgents, AsksAndTellsOverTheOwner)
     DestroyWindow(owner);
 }
 
-TEST_F(RestartAgents, TakesItsOneDialogAwayBeforeItClosesTheServices)
+TEST_F(RestartAgents, ClosesItsDialogBeforeTheServices)
 {
     AddAgents(SERVICE_STOPPED);
     int dialogs = 0;
@@ -302,7 +302,7 @@ struct RestartFailure
     const char* function;
     const char* service;
     Calls operations;
-    std::size_t failuresTold;
+    std::size_t failuresReported;
 };
 
 void PrintTo(const RestartFailure& failure, std::ostream* out)
@@ -320,7 +320,7 @@ TEST_P(RestartWithAFailure, DoesTheRestAndClosesEveryHandle)
     AddAgents(SERVICE_RUNNING);
     m_manager.Fail(GetParam().function, GetParam().service, ERROR_ACCESS_DENIED);
     m_user.Answer(IDYES);
-    for (std::size_t box = 0; box < GetParam().failuresTold; ++box)
+    for (std::size_t box = 0; box < GetParam().failuresReported; ++box)
         m_user.Answer(IDOK);
     Restart();
     EXPECT_EQ(Operations(), GetParam().operations);

@@ -1,8 +1,8 @@
 // The please-wait dialog: its text, how long it stays, and that it is painted while its thread is busy.
 #include "sysaccess/PleaseWaitDlg.h"
+#include "imports/ImportHook.h"
 #include "support/DialogDriver.h"
 #include "support/FakeClock.h"
-#include "support/ImportHook.h"
 
 #include <gtest/gtest.h>
 
@@ -89,7 +89,7 @@ TEST_F(PleaseWaitDlg, CannotBeClosedByItsUser)
     EXPECT_EQ(GetWindow(GetWindow(Window(), GW_CHILD), GW_HWNDNEXT), nullptr);
 }
 
-TEST_F(PleaseWaitDlg, StaysForTheRestOfASecondAfterItsLastText)
+TEST_F(PleaseWaitDlg, StaysASecondAfterItsLastText)
 {
     Show("Starting one.");
     m_clock.Advance(200);
@@ -97,7 +97,7 @@ TEST_F(PleaseWaitDlg, StaysForTheRestOfASecondAfterItsLastText)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>{800});
 }
 
-TEST_F(PleaseWaitDlg, GoesAtOnceWhenItsTextHasBeenThereForLong)
+TEST_F(PleaseWaitDlg, GoesAtOnceAfterASecond)
 {
     Show("Starting one.");
     m_clock.Advance(5000);
@@ -156,7 +156,7 @@ TEST_F(PleaseWaitDlg, StaysASecondWhateverItsMakerAsksFor)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>{1000});
 }
 
-TEST_F(PleaseWaitDlg, NeitherWaitsNorTouchesTheCursorWithoutEverHavingBeenShown)
+TEST_F(PleaseWaitDlg, DoesNothingWhenItWasNeverShown)
 {
     SetCursor(LoadCursorA(nullptr, IDC_WAIT));
     CWnd::BeginWaitCursor();

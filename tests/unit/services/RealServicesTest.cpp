@@ -1,9 +1,9 @@
 // The same against services that really start, stop, hang and fail.
 #include "RealServices.h"
+#include "imports/ImportHook.h"
 #include "resources/resource.h"
 #include "support/DialogDriver.h"
 #include "support/FakeClock.h"
-#include "support/ImportHook.h"
 #include "support/MessageBoxScript.h"
 #include "sysaccess/AgentRestart.h"
 
@@ -23,7 +23,7 @@ class RealServicesTest : public testing::Test
     bool Start() { return StartServiceWithProgress(nullptr, name, m_pleaseWait); }
     bool Stop() { return StopServiceWithProgress(nullptr, name, m_pleaseWait); }
 
-    void ExpectTold(const std::string& text, support::Location where = support::Location::current())
+    void ExpectReported(const std::string& text, support::Location where = support::Location::current())
     {
         support::ExpectBoxes(m_user, {{nullptr, text, "Norvale Management Agents", MB_ICONHAND}}, where);
     }
@@ -32,7 +32,7 @@ class RealServicesTest : public testing::Test
     PleaseWaitSlot m_pleaseWait;
 };
 
-TEST_F(RealServicesTest, StartsAndStopsASlowServiceThatReportsItsProgress)
+TEST_F(RealServicesTest, StartsAndStopsASlowService)
 {
     const RealService agent(
         name, "Test Agent",
@@ -60,7 +60,7 @@ TEST_F(RealServicesTest, GivesUpOnAServiceThatNeverGetsReady)
     const support::FakeClock clock(GetModuleHandleA(nullptr));
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_START_PENDING});
     EXPECT_EQ(clock.Sleeps().size(), 10U);
 }
@@ -72,25 +72,25 @@ TEST_F(RealServicesTest, GivesUpOnAServiceThatNeverStops)
     const support::FakeClock clock(GetModuleHandleA(nullptr));
     m_user.Answer(IDOK);
     EXPECT_FALSE(Stop());
-    ExpectTold(cannotStop);
+    ExpectReported(cannotStop);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOP_PENDING});
 }
 
-TEST_F(RealServicesTest, TellsOfAServiceThatFailsToStart)
+TEST_F(RealServicesTest, ReportsAServiceThatFailsToStart)
 {
     const RealService agent(name, "Test Agent", {"StartError=5", "StartDelay=100", "WaitHint=200"});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOPPED});
 }
 
-TEST_F(RealServicesTest, TellsOfAServiceThatStopsByItself)
+TEST_F(RealServicesTest, ReportsAServiceThatStopsByItself)
 {
     const RealService agent(name, "Test Agent", {"StartDelay=200", "WaitHint=1500", "RunTime=1"});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(agent.State(), DWORD{SERVICE_STOPPED});
 }
 
@@ -113,7 +113,7 @@ TEST_F(RealServicesTest, SkipsAServiceThatIsNotInstalled)
     EXPECT_TRUE(dependents.empty());
 }
 
-TEST_F(RealServicesTest, TellsTheUserWhichServiceItIsWaitingFor)
+TEST_F(RealServicesTest, ShowsTheServiceItIsWaitingFor)
 {
     const RealService agent(name, "Test Agent", {});
     EXPECT_TRUE(Start());

@@ -1,6 +1,6 @@
 // Questions to the service manager: is a service active, and which services depend on it.
 #include "sysaccess/core/ServiceQueries.h"
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "support/ServiceScript.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-// Starting and stopping one service: what is left alone, what the user sees and is told.
+// Starting and stopping one service: what is left alone, what the user sees.
 #include "sysaccess/ServiceStartStop.h"
+#include "imports/ImportHook.h"
 #include "resources/resource.h"
 #include "ScriptedMachine.h"
 #include "support/DialogDriver.h"
-#include "support/ImportHook.h"
 
 #include <set>
 
@@ -43,7 +43,7 @@ class ServiceStartStop : public ScriptedMachine
                    : support::WindowText(GetDlgItem(m_pleaseWait->m_hWnd, IDC_PLEASE_WAIT_TEXT));
     }
 
-    // Nobody was told anything, shown anything or asked for anything.
+    // The user saw nothing and was asked nothing.
     void ExpectNothingHappened(support::Location where = support::Location::current())
     {
         support::ExpectEqual(std::string(), Message(), "please-wait text", where);
@@ -51,7 +51,7 @@ class ServiceStartStop : public ScriptedMachine
         support::ExpectBoxes(m_user, {}, where);
     }
 
-    void ExpectTold(const std::string& text, support::Location where = support::Location::current())
+    void ExpectReported(const std::string& text, support::Location where = support::Location::current())
     {
         support::ExpectBoxes(m_user, {{nullptr, text, "Norvale Management Agents", MB_ICONHAND}}, where);
     }
@@ -124,16 +124,16 @@ TEST_F(StartOneService, FailsQuietlyWhenTheStateCannotBeRead)
     ExpectNothingHappened();
 }
 
-TEST_F(StartOneService, TellsWhenWindowsRefusesTheStart)
+TEST_F(StartOneService, ReportsARefusedStart)
 {
     Add({});
     m_manager.Fail("StartServiceA", "Agent", ERROR_SERVICE_LOGON_FAILED);
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
 }
 
-TEST_F(StartOneService, TakesAServiceThatSomebodyElseHasStartedForStarted)
+TEST_F(StartOneService, AcceptsAServiceStartedByAnother)
 {
     Add({});
     m_manager.Fail("StartServiceA", "Agent", ERROR_SERVICE_ALREADY_RUNNING);
@@ -141,24 +141,24 @@ TEST_F(StartOneService, TakesAServiceThatSomebodyElseHasStartedForStarted)
     support::ExpectBoxes(m_user, {});
 }
 
-TEST_F(StartOneService, TellsWhenTheServiceStopsByItself)
+TEST_F(StartOneService, ReportsAServiceThatStopsByItself)
 {
     Add({.afterStart = {ServiceState(SERVICE_START_PENDING, 1, 100), ServiceState(SERVICE_STOPPED)}});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
 }
 
-TEST_F(StartOneService, TellsWhenTheServiceStaysPending)
+TEST_F(StartOneService, ReportsAServiceThatStaysPending)
 {
     Add({.afterStart = {ServiceState(SERVICE_START_PENDING)}});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
-    ExpectTold(cannotStart);
+    ExpectReported(cannotStart);
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>(10, 2500));
 }
 
-TEST_F(StartOneService, TellsOverTheOwner)
+TEST_F(StartOneService, ReportsOverTheOwner)
 {
     const HWND owner =
         CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
@@ -178,8 +178,9 @@ TEST_F(StartOneService, CallsTheSnmpServiceJustSnmp)
     m_user.Answer(IDOK);
     EXPECT_FALSE(Start());
     EXPECT_EQ(Message(), "\nPlease wait...\n\nStarting the SNMP Service.");
-    ExpectTold("Could not start the SNMP service.\n\nUse the Services applet in the Control Panel to control "
-               "the service.");
+    ExpectReported(
+        "Could not start the SNMP service.\n\nUse the Services applet in the Control Panel to control "
+        "the service.");
 }
 
 TEST_F(StartOneService, ShowsDisplayNamesOfAnyLengthAndContent)
@@ -201,7 +202,7 @@ TEST_F(StartOneService, ReadsAConfigurationThatIsLargerThanUsual)
     ExpectNothingHappened();
 }
 
-TEST_F(StartOneService, NamesTheServiceByItsKeyWhenItsConfigurationCannotBeRead)
+TEST_F(StartOneService, NamesAnUnreadableServiceByItsKey)
 {
     Add({});
     m_manager.Fail("QueryServiceConfigA", "Agent", ERROR_ACCESS_DENIED);
@@ -243,7 +244,7 @@ TEST_F(StopOneService, LeavesAServiceAloneThatIsStoppedOrPending)
     ExpectNothingHappened();
 }
 
-TEST_F(StopOneService, SkipsAMissingServiceAndAManagerThatCannotBeOpened)
+TEST_F(StopOneService, SkipsAMissingServiceOrManager)
 {
     EXPECT_TRUE(Stop());
     Add({.states = {ServiceState(SERVICE_RUNNING)}});
@@ -268,21 +269,21 @@ TEST_F(StopOneService, WaitsUntilTheServiceHasStopped)
     EXPECT_EQ(m_clock.Sleeps(), std::vector<DWORD>{800});
 }
 
-TEST_F(StopOneService, TellsWhenTheServiceDoesNotStop)
+TEST_F(StopOneService, ReportsAServiceThatDoesNotStop)
 {
     Add({.states = {ServiceState(SERVICE_RUNNING)}, .afterStop = {ServiceState(SERVICE_STOP_PENDING)}});
     m_user.Answer(IDOK);
     EXPECT_FALSE(Stop());
-    ExpectTold(cannotStop);
+    ExpectReported(cannotStop);
 }
 
-TEST_F(StopOneService, TellsWhenWindowsRefusesTheStop)
+TEST_F(StopOneService, ReportsARefusedStop)
 {
     Add({.states = {ServiceState(SERVICE_RUNNING)}});
     m_manager.Fail("ControlService", "Agent", ERROR_DEPENDENT_SERVICES_RUNNING);
     m_user.Answer(IDOK);
     EXPECT_FALSE(Stop());
-    ExpectTold(cannotStop);
+    ExpectReported(cannotStop);
 }
 
 TEST_F(StopOneService, CallsTheSnmpServiceJustSnmp)
@@ -317,7 +318,7 @@ HWND RepaintedBy(Operation operation)
     return repainted;
 }
 
-TEST_F(ServiceStartStop, RepaintsTheOwnerWhileStartingAndTheDialogWhileStopping)
+TEST_F(ServiceStartStop, RepaintsOwnerOrDialogWhileItWaits)
 {
     const HWND owner =
         CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);

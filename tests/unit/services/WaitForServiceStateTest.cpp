@@ -1,7 +1,7 @@
 // How often, how long and for whom the wait for a service looks at it.
+#include "imports/ImportHook.h"
 #include "ScriptedMachine.h"
 #include "support/DialogDriver.h"
-#include "support/ImportHook.h"
 #include "sysaccess/core/ServiceQueries.h"
 #include "sysaccess/ServiceStartStop.h"
 
@@ -51,21 +51,21 @@ TEST_F(WaitForServiceStateTest, WaitsForNothingButRunningAndStopped)
     EXPECT_EQ(Looks(), 0U);
 }
 
-TEST_F(WaitForServiceStateTest, DoesNotSleepWhenTheStateIsReachedAtOnce)
+TEST_F(WaitForServiceStateTest, DoesNotSleepInTheRightState)
 {
     EXPECT_TRUE(Wait({ServiceState(SERVICE_RUNNING)}));
     EXPECT_EQ(Looks(), 1U);
     EXPECT_EQ(Sleeps(), std::vector<DWORD>());
 }
 
-TEST_F(WaitForServiceStateTest, SleepsForTheWaitHintAtANewCheckPoint)
+TEST_F(WaitForServiceStateTest, SleepsForTheHintAtANewCheckPoint)
 {
     EXPECT_TRUE(Wait({ServiceState(SERVICE_START_PENDING, 1, 300), ServiceState(SERVICE_START_PENDING, 2, 0),
                       ServiceState(SERVICE_START_PENDING, 3, 2500), ServiceState(SERVICE_RUNNING)}));
     EXPECT_EQ(Sleeps(), (std::vector<DWORD>{300, 0, 2500}));
 }
 
-TEST_F(WaitForServiceStateTest, SleepsForTheLongestTimeWhenTheCheckPointStays)
+TEST_F(WaitForServiceStateTest, SleepsLongestWhenTheCheckPointStays)
 {
     EXPECT_TRUE(
         Wait({ServiceState(SERVICE_START_PENDING, 0, 300), ServiceState(SERVICE_START_PENDING, 7, 300),
@@ -86,7 +86,7 @@ TEST_F(WaitForServiceStateTest, GivesUpAfterTenRoundsWithoutProgress)
     EXPECT_EQ(Sleeps(), std::vector<DWORD>(10, 2500));
 }
 
-TEST_F(WaitForServiceStateTest, TakesAStateThatIsReachedInTheTenthRoundOnly)
+TEST_F(WaitForServiceStateTest, AcceptsAStateReachedInTheTenthRound)
 {
     Statuses answers = Times(9, ServiceState(SERVICE_START_PENDING));
     answers.push_back(ServiceState(SERVICE_RUNNING));
@@ -95,14 +95,14 @@ TEST_F(WaitForServiceStateTest, TakesAStateThatIsReachedInTheTenthRoundOnly)
     EXPECT_FALSE(Wait(answers));
 }
 
-TEST_F(WaitForServiceStateTest, AllowsThirtySixRoundsAfterACheckPointWithAWaitHintOfHalfAMinute)
+TEST_F(WaitForServiceStateTest, AllowsThirtySixRoundsForALongHint)
 {
     EXPECT_FALSE(Wait(Times(1, ServiceState(SERVICE_START_PENDING, 1, 30000))));
     EXPECT_EQ(Looks(), 1U + 36U);
     EXPECT_EQ(Sleeps(), std::vector<DWORD>(37, 2500));
 }
 
-TEST_F(WaitForServiceStateTest, CountsAnewAtEachCheckPointWithALongWaitHint)
+TEST_F(WaitForServiceStateTest, CountsAgainAfterALongHint)
 {
     // The new check point comes with the last look that the first one allows.
     Statuses answers = Times(36, ServiceState(SERVICE_STOP_PENDING, 1, 30000));
@@ -111,7 +111,7 @@ TEST_F(WaitForServiceStateTest, CountsAnewAtEachCheckPointWithALongWaitHint)
     EXPECT_EQ(Looks(), 37U + 6U);
 }
 
-TEST_F(WaitForServiceStateTest, AllowsNoMoreRoundsForCheckPointsWithShortWaitHints)
+TEST_F(WaitForServiceStateTest, ShortHintsAllowNoMoreRounds)
 {
     Statuses answers;
     for (DWORD checkPoint = 1; checkPoint <= 20; ++checkPoint)
@@ -120,7 +120,7 @@ TEST_F(WaitForServiceStateTest, AllowsNoMoreRoundsForCheckPointsWithShortWaitHin
     EXPECT_EQ(Looks(), 10U);
 }
 
-TEST_F(WaitForServiceStateTest, KeepsTheRoundsOfALongWaitHintWhenShortOnesFollow)
+TEST_F(WaitForServiceStateTest, KeepsTheRoundsOfALongerHint)
 {
     Statuses answers{ServiceState(SERVICE_START_PENDING, 1, 30000)};
     for (DWORD checkPoint = 2; checkPoint <= 60; ++checkPoint)

@@ -93,7 +93,7 @@ TEST_F(AgentGroupBadInput, HasNoActiveSubAgentsInAnEmptyList)
     EXPECT_FALSE(Entry(Load(), "VTNA").active);
 }
 
-TEST_F(AgentGroupBadInput, HasNoActiveSubAgentsInAListOfAnotherType)
+TEST_F(AgentGroupBadInput, IgnoresAListOfAnotherType)
 {
     const support::Bytes list = support::MultiStringBytes({"VTNA"});
     for (const DWORD type : std::array<DWORD, 5>{REG_NONE, REG_SZ, REG_EXPAND_SZ, REG_BINARY, REG_DWORD}) {

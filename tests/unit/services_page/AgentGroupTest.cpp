@@ -5,7 +5,7 @@ namespace {
 
 // --- reading
 
-TEST_F(AgentGroupLoad, HasAnEntryForEachSubkeyInTheRegistrysOrder)
+TEST_F(AgentGroupLoad, ListsSubkeysInTheRegistrysOrder)
 {
     for (const char* name : {"VTNZ", "VTNA", "VTNM"})
         AddAgent(name);
@@ -23,13 +23,13 @@ TEST_F(AgentGroupLoad, ShowsASubAgentByItsDisplayName)
     EXPECT_EQ(Entry(Load(), "VTNA").displayName, "Array Agent");
 }
 
-TEST_F(AgentGroupLoad, ShowsASubAgentWithoutADisplayNameByItsSubkey)
+TEST_F(AgentGroupLoad, ShowsTheSubkeyWithoutADisplayName)
 {
     m_key.Subkey("VTNA").Create();
     EXPECT_EQ(Entry(Load(), "VTNA").displayName, "VTNA");
 }
 
-TEST_F(AgentGroupLoad, ShowsASubAgentWhoseDisplayNameIsNoPlainTextByItsSubkey)
+TEST_F(AgentGroupLoad, ShowsTheSubkeyWithoutATextToDisplay)
 {
     m_key.Subkey("VTNA").SetExpandString("DisplayName", "%SystemRoot% Agent");
     m_key.Subkey("VTNB").SetDword("DisplayName", 1);
@@ -46,7 +46,7 @@ TEST_F(AgentGroupLoad, ReadsADisplayNameWithoutItsTerminator)
     EXPECT_EQ(Entry(Load(), "VTNA").displayName, "Array Agent");
 }
 
-TEST_F(AgentGroupLoad, TellsADisplayNameOfSizeZeroFromAnEmptyOne)
+TEST_F(AgentGroupLoad, DistinguishesASizelessDisplayNameFromAnEmptyOne)
 {
     m_key.Subkey("VTNA").SetRaw("DisplayName", REG_SZ, {});
     m_key.Subkey("VTNB").SetString("DisplayName", "");
@@ -55,7 +55,7 @@ TEST_F(AgentGroupLoad, TellsADisplayNameOfSizeZeroFromAnEmptyOne)
     EXPECT_EQ(Entry(group, "VTNB").displayName, "");
 }
 
-TEST_F(AgentGroupLoad, HidesSubkeysThatAreNoSubAgentsInAnyLetterCase)
+TEST_F(AgentGroupLoad, HidesOtherSubkeysInAnyLetterCase)
 {
     for (const char* name : {"security", "APPTRAP", "LINKAGE", "Enum", "vtnups", "VtnNiSnmp"})
         AddAgent(name);
@@ -66,7 +66,7 @@ TEST_F(AgentGroupLoad, HidesSubkeysThatAreNoSubAgentsInAnyLetterCase)
     EXPECT_TRUE(Entry(group, "Linkages").listable);
 }
 
-TEST_F(AgentGroupLoad, KeepsAHiddenSubkeyInactiveEvenIfItIsListed)
+TEST_F(AgentGroupLoad, KeepsAListedHiddenSubkeyInactive)
 {
     AddAgent("Linkage");
     m_parameters.SetMultiString("SubServices", {"Linkage"});
@@ -79,7 +79,7 @@ TEST_F(AgentGroupLoad, ShowsTheSnmpSubkeyOfAnotherService)
     EXPECT_TRUE(Entry(Load(), "VTNSNMP").listable);
 }
 
-TEST_F(AgentGroupLoad, TakesListedSubAgentsForActiveInAnyLetterCase)
+TEST_F(AgentGroupLoad, FindsListedSubAgentsInAnyLetterCase)
 {
     for (const char* name : {"VTNA", "vtnb", "VTNC"})
         AddAgent(name);
@@ -109,7 +109,7 @@ class AgentPairs : public AgentGroupLoad
     }
 };
 
-TEST_F(AgentPairs, TheSecondTakesTheFirstsStateWhateverTheListSays)
+TEST_F(AgentPairs, TheSecondTakesTheFirstsState)
 {
     AddPair();
     m_parameters.SetMultiString("SubServices", {"VTNMNIC"});

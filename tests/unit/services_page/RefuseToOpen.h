@@ -1,7 +1,7 @@
 // A key that the program under test may not open.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 // Saving the agent services' settings to the system's own service manager.
+#include "imports/ImportHook.h"
 #include "ServicesSettingsTest.h"
-#include "support/ImportHook.h"
 #include "sysaccess/core/ServiceQueries.h"
 
 #include <array>

@@ -1,7 +1,7 @@
-// What the service manager is told when the agent services' settings are saved. A script stands in for it and
-// writes down what it is asked for.
+// What the service manager is asked to do when the agent services' settings are saved. A script stands in for
+// it and writes down what it is asked for.
+#include "imports/ImportHook.h"
 #include "ServicesSettingsTest.h"
-#include "support/ImportHook.h"
 #include "support/RegistryCalls.h"
 #include "support/ServiceScript.h"
 
@@ -33,7 +33,7 @@ class ServicesSettingsConfig : public ServicesSettingsTest
     support::ServiceScript m_services{self, &m_log};
 };
 
-TEST_F(ServicesSettingsConfig, ChangesNothingButStartTypesAndTheMainServicesDependencies)
+TEST_F(ServicesSettingsConfig, ChangesStartTypesAndMainDependenciesOnly)
 {
     m_machine.InstallSnmp();
     AddAgents({"VtMgHost", "VtMgStor"});
@@ -45,7 +45,7 @@ TEST_F(ServicesSettingsConfig, ChangesNothingButStartTypesAndTheMainServicesDepe
                "ChangeServiceConfigA VtMgHost dependencies=VtMgStor/SNMP/"}));
 }
 
-TEST_F(ServicesSettingsConfig, ClearsTheDependenciesWithAnEmptyListNotWithNone)
+TEST_F(ServicesSettingsConfig, ClearsDependenciesWithAnEmptyList)
 {
     AddAgents({});
     LoadAndSave();
@@ -71,7 +71,7 @@ TEST_F(ServicesSettingsConfig, EndsTheListOfDependenciesWithTwoZeros)
     EXPECT_EQ(block, std::string("VtMgServ\0VtMgStor\0", 19));
 }
 
-TEST_F(ServicesSettingsConfig, AsksForNoMoreThanItNeedsOfTheManagerAndForAllOfTheServices)
+TEST_F(ServicesSettingsConfig, AsksForTheLeastManagerAccess)
 {
     AddAgents({});
     LoadAndSave();
@@ -84,7 +84,7 @@ TEST_F(ServicesSettingsConfig, AsksForNoMoreThanItNeedsOfTheManagerAndForAllOfTh
     EXPECT_EQ(m_services.OpenHandles(), 0);
 }
 
-TEST_F(ServicesSettingsConfig, WritesTheRegistryBeforeItTellsTheManagerServiceAfterService)
+TEST_F(ServicesSettingsConfig, WritesEachServiceToRegistryThenManager)
 {
     AddAgents({"VtMgHost"});
     m_settings.Load();
@@ -121,7 +121,7 @@ TEST_F(ServicesSettingsConfig, WritesTheRegistryWithoutAServiceManager)
     ExpectDependencies({"VtMgServ", "SNMP"});
 }
 
-TEST_F(ServicesSettingsConfig, WritesTheRegistryOfAServiceThatDoesNotOpen)
+TEST_F(ServicesSettingsConfig, WritesTheRegistryOfAnUnopenedService)
 {
     AddAgents({"VtMgHost", "VtMgServ"});
     m_services.Fail("OpenServiceA", "VtMgHost", ERROR_ACCESS_DENIED);

@@ -1,8 +1,8 @@
 // Loading the agent services' settings, and saving them to the registry, Wine's own.
 #include "ServicesSettingsTest.h"
 
+#include "imports/ImportHook.h"
 #include "RefuseToOpen.h"
-#include "support/ImportHook.h"
 #include "support/ServiceScript.h"
 #include "sysaccess/core/ConfigurationError.h"
 
@@ -72,7 +72,7 @@ class ServicesSettingsSave : public ServicesSettingsTest
     support::ServiceScript m_services{self};
 };
 
-TEST_F(ServicesSettingsSave, StartsTheServicesWithActiveSubAgentsAndDisablesTheOthers)
+TEST_F(ServicesSettingsSave, StartsServicesWithActiveSubAgentsOnly)
 {
     AddAgents({"VtMgHost", "VtMgStor"});
     LoadAndSave();
@@ -82,7 +82,7 @@ TEST_F(ServicesSettingsSave, StartsTheServicesWithActiveSubAgentsAndDisablesTheO
     ExpectSaved(m_machine, "VTNNicMgmt", {});
 }
 
-TEST_F(ServicesSettingsSave, MakesTheMainServiceDependOnTheOtherStartedOnesAndOnSnmp)
+TEST_F(ServicesSettingsSave, MakesTheMainServiceDependOnStartedOnes)
 {
     m_machine.InstallSnmp();
     AddAgents({"VtMgHost", "VtMgStor"});
@@ -98,14 +98,14 @@ TEST_F(ServicesSettingsSave, KeepsTheOrderOfTheServicesInTheDependencies)
     ExpectDependencies({"VtMgServ", "VtMgStor", "VTNNicMgmt", "SNMP"});
 }
 
-TEST_F(ServicesSettingsSave, LeavesSnmpOutOfTheDependenciesWhenItIsNotInstalled)
+TEST_F(ServicesSettingsSave, OmitsSnmpWhenItIsNotInstalled)
 {
     AddAgents({"VtMgHost", "VTNNicMgmt"});
     LoadAndSave();
     ExpectDependencies({"VTNNicMgmt"});
 }
 
-TEST_F(ServicesSettingsSave, LeavesSnmpOutOfTheDependenciesWhenItsKeyDoesNotOpen)
+TEST_F(ServicesSettingsSave, OmitsSnmpWhenItsKeyDoesNotOpen)
 {
     m_machine.InstallSnmp();
     AddAgents({"VtMgHost", "VTNNicMgmt"});
@@ -124,7 +124,7 @@ TEST_F(ServicesSettingsSave, EmptiesTheDependenciesWhenNothingIsLeft)
     ExpectDependencies({});
 }
 
-TEST_F(ServicesSettingsSave, KeepsTheDependenciesOfAMainServiceThatIsDisabled)
+TEST_F(ServicesSettingsSave, KeepsADisabledMainServicesDependencies)
 {
     m_machine.InstallSnmp();
     AddAgents({"VtMgServ"});
@@ -149,7 +149,7 @@ TEST_F(ServicesSettingsSave, DropsANameWithoutSubkeyFromTheList)
     ExpectSaved(m_machine, "VtMgServ", {"VTNA"});
 }
 
-TEST_F(ServicesSettingsSave, KeepsOfAListOf5000NamesThoseThatHaveASubkey)
+TEST_F(ServicesSettingsSave, KeepsThoseOf5000NamesWithASubkey)
 {
     m_machine.AddAgent("VtMgServ", "VTNA");
     Names names(4999, "VTNGONE");
@@ -177,7 +177,7 @@ TEST_F(ServicesSettingsSave, WritesBothOfAPair)
     ExpectSaved(m_machine, "VTNNicMgmt", {"VTNMNIC", "VTNNICS"});
 }
 
-TEST_F(ServicesSettingsSave, WritesNoMoreSubAgentsPerServiceThanTheLimit)
+TEST_F(ServicesSettingsSave, LimitsTheSubAgentsPerService)
 {
     for (const char* service : {"VtMgHost", "VtMgServ"}) {
         m_machine.AddAgent(service, "VTNA");
@@ -223,7 +223,7 @@ TEST_F(ServicesSettingsSave, RefusesWithoutTheMainService)
     ExpectSaved(m_machine, "VtMgServ", {"VTNVtMgServ"});
 }
 
-TEST_F(ServicesSettingsSave, EndsAtTheFirstRefusalWithoutAnOpenServiceHandle)
+TEST_F(ServicesSettingsSave, EndsAtTheFirstRefusalWithoutHandles)
 {
     AddAgents({"VtMgHost", "VtMgServ", "VtMgStor"});
     m_services.Add("VtMgServ", {});

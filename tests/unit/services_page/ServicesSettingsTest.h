@@ -1,8 +1,8 @@
 // The services of a machine, loaded and saved as a test wants them. Shared by the tests of the settings.
 #pragma once
 
+#include "machine/AgentMachine.h"
 #include "pages/core/ServicesSettings.h"
-#include "support/AgentMachine.h"
 
 #include <gtest/gtest.h>
 

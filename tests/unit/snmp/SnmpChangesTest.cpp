@@ -1,7 +1,7 @@
 // Which edits the SNMP Settings page notes for each control.
+#include "machine/SnmpMachine.h"
 #include "pages/SnmpPage.h"
 #include "resources/resource.h"
-#include "SnmpMachine.h"
 
 #include <gtest/gtest.h>
 #include <optional>

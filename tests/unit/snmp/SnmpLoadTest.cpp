@@ -1,5 +1,5 @@
 // What the SNMP Settings page finds in the registry, good values and bad ones.
-#include "SnmpMachine.h"
+#include "machine/SnmpMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -118,7 +118,7 @@ TEST_F(SnmpSettingsLoad, TakesTheNextShorterIntervalForOneInBetween)
               30000);
 }
 
-TEST_F(SnmpSettingsLoad, TakesTheLongestIntervalForOneThatIsLongerStill)
+TEST_F(SnmpSettingsLoad, LimitsTheIntervalToTheLongest)
 {
     for (const DWORD timeout : {4000000U, 0xFFFFFFFFU}) {
         m_machine.hostSnmp.SetDword("Timeout", timeout);
@@ -126,7 +126,7 @@ TEST_F(SnmpSettingsLoad, TakesTheLongestIntervalForOneThatIsLongerStill)
     }
 }
 
-TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalForOneThatIsShorterStill)
+TEST_F(SnmpSettingsLoad, LimitsTheIntervalToTheShortest)
 {
     for (const DWORD timeout : {0U, 1U, 4999U}) {
         m_machine.hostSnmp.SetDword("Timeout", timeout);
@@ -134,7 +134,7 @@ TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalForOneThatIsShorterStill)
     }
 }
 
-TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalWithoutOneOfItsTypeAndSize)
+TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalForAnotherTypeOrSize)
 {
     m_machine.hostSnmp.SetDword("SetsEnabled", 7);
     m_machine.hostAgent.SetDword("HostFlags", 1);
@@ -161,7 +161,7 @@ TEST_F(SnmpSettingsLoad, TakesTheFlagsForAnAbsentInterval)
     EXPECT_EQ(LoadSnmpSettings().intervalIndex, 0);
 }
 
-TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalForOneThatIsNoNumberWhateverTheFlags)
+TEST_F(SnmpSettingsLoad, IgnoresTheFlagsForAnIntervalOfAnotherType)
 {
     m_machine.hostSnmp.SetDword("SetsEnabled", 4000000);
     m_machine.hostAgent.SetDword("HostFlags", 4000000);
@@ -180,7 +180,7 @@ TEST_F(SnmpSettingsLoad, TakesTheShortestIntervalForOneThatIsNoNumberWhateverThe
     expectTheShortest("a number of two bytes");
 }
 
-TEST_F(SnmpSettingsLoad, TakesTheFlagsBeforeThoseThatAreNoNumberForAnAbsentInterval)
+TEST_F(SnmpSettingsLoad, TakesTheLastNumericFlagsForAnAbsentInterval)
 {
     m_machine.hostSnmp.SetDword("SetsEnabled", 60001);
     const auto expectTheFlagsOfSets = [](const char* stored) {
@@ -214,7 +214,7 @@ TEST_F(SnmpSettingsLoad, ReadsAServerRoleWithoutItsLastZero)
     EXPECT_EQ(LoadSnmpSettings().serverRole, "Mail");
 }
 
-TEST_F(SnmpSettingsLoad, HasNoServerRoleFromAValueOfAnotherType)
+TEST_F(SnmpSettingsLoad, IgnoresAServerRoleOfAnotherType)
 {
     m_machine.product.SetExpandString("ServerRole", "%windir%");
     EXPECT_EQ(LoadSnmpSettings().serverRole, "");
@@ -226,7 +226,7 @@ TEST_F(SnmpSettingsLoad, HasNoServerRoleFromAValueOfAnotherType)
 
 // --- rack support
 
-TEST_F(SnmpSettingsLoad, KnowsRackSupportByTheAgentsKeyInAnyLetterCase)
+TEST_F(SnmpSettingsLoad, FindsTheRackAgentsKeyInAnyLetterCase)
 {
     for (const char* name : {"VTNRACK", "vtnRack"}) {
         m_machine.server.Subkey(name).Create();
@@ -248,7 +248,7 @@ TEST_F(SnmpSettingsLoad, HasNoRackSupportWithoutServerAgents)
 
 // --- exception trap
 
-TEST_F(SnmpSettingsLoad, KnowsTheTrapsDebuggerAnywhereInTheCommandLineInAnyLetterCase)
+TEST_F(SnmpSettingsLoad, FindsTheTrapsDebuggerAnywhereInTheCommand)
 {
     for (const char* command : {"vtndbg -p %ld -e %ld -g", "\"C:\\Agents\\VTNDBG.EXE\" -p %ld", "x VtnDbg"}) {
         m_machine.activeDebugger.SetString("Debugger", command);
@@ -268,7 +268,7 @@ TEST_F(SnmpSettingsLoad, HasNoTrapFromADebuggerOfAnotherType)
     EXPECT_FALSE(LoadSnmpSettings().exceptionTrap);
 }
 
-TEST_F(SnmpSettingsLoad, ReadsADebuggerOfNoBytesAndOneWithoutItsLastZero)
+TEST_F(SnmpSettingsLoad, ReadsAnEmptyOrUnterminatedDebugger)
 {
     m_machine.activeDebugger.SetRaw("Debugger", REG_SZ, {});
     EXPECT_FALSE(LoadSnmpSettings().exceptionTrap);
@@ -278,7 +278,7 @@ TEST_F(SnmpSettingsLoad, ReadsADebuggerOfNoBytesAndOneWithoutItsLastZero)
     EXPECT_FALSE(LoadSnmpSettings().exceptionTrap);
 }
 
-TEST_F(SnmpSettingsLoad, KnowsTheTrapsDebuggerAtTheEndOfALongCommandLine)
+TEST_F(SnmpSettingsLoad, FindsTheTrapsDebuggerInALongCommand)
 {
     m_machine.activeDebugger.SetString("Debugger", std::string(3994, 'd') + "VtnDbg");
     EXPECT_EQ(LoadSnmpSettings().exceptionTrap, TRUE);
@@ -298,7 +298,7 @@ TEST_F(SnmpSettingsLoad, IsRefusedWithoutAKeyThatItReads)
     }
 }
 
-TEST_F(SnmpSettingsLoad, NeedsTheParkedDebuggersKeyOnlyWithTheTrapOn)
+TEST_F(SnmpSettingsLoad, NeedsTheParkingKeyOnlyWithTheTrap)
 {
     m_machine.parkedDebugger.Delete();
     EXPECT_NO_THROW(LoadSnmpSettings());
@@ -306,7 +306,7 @@ TEST_F(SnmpSettingsLoad, NeedsTheParkedDebuggersKeyOnlyWithTheTrapOn)
     EXPECT_THROW(LoadSnmpSettings(), ConfigurationError);
 }
 
-TEST_F(SnmpSettingsLoad, IsRefusedWhenAKeyThatItReadsIsDenied)
+TEST_F(SnmpSettingsLoad, IsRefusedWithAnyKeyDenied)
 {
     m_machine.activeDebugger.SetString("Debugger", "vtndbg");
     for (const support::TestKey& key :

@@ -1,5 +1,5 @@
 // What becomes of a save of the SNMP Settings page when the registry refuses a part of it.
-#include "SnmpMachine.h"
+#include "machine/SnmpMachine.h"
 #include "support/FailNth.h"
 #include "support/RegistryCalls.h"
 
@@ -95,7 +95,7 @@ class RefusedWrite : public RefusedSave, public testing::WithParamInterface<int>
     }
 };
 
-TEST_P(RefusedWrite, EndsTheSaveOrIsPassedOverAndWhatWasWrittenStays)
+TEST_P(RefusedWrite, EndsTheSaveOrIsPassedOver)
 {
     ASSERT_EQ(m_writes.size(), 13);
     const auto refused = static_cast<std::size_t>(GetParam()) - 1;
@@ -144,13 +144,13 @@ class MissingKey : public RefusedSave, public testing::WithParamInterface<std::s
     const support::TestKey& m_key = m_writes.at(GetParam()).key;
 };
 
-TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenItIsDenied)
+TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenDenied)
 {
     const SnmpSettings settings = Changed();
     ExpectSavedWithoutIt(IsRefusedWhileDenied(m_key, [&] { settings.Save(everyChange); }));
 }
 
-TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenItIsGoneAndIsNotMade)
+TEST_P(MissingKey, EndsTheSaveOrIsPassedOverWhenGone)
 {
     const SnmpSettings settings = Changed();
     m_key.Delete();

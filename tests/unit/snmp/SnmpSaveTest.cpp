@@ -1,5 +1,5 @@
 // What the SNMP Settings page writes.
-#include "SnmpMachine.h"
+#include "machine/SnmpMachine.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ class SnmpSettingsSave : public testing::Test
 
 // --- the server role
 
-TEST_F(SnmpSettingsSave, WritesTheServerRoleAloneWhenNothingElseWasChanged)
+TEST_F(SnmpSettingsSave, WritesTheServerRoleAloneByDefault)
 {
     SnmpSettings settings = LoadSnmpSettings();
     settings.serverRole = "Mail";
@@ -39,7 +39,7 @@ TEST_F(SnmpSettingsSave, WritesTheServerRoleAloneWhenNothingElseWasChanged)
     ExpectNothingButTheRole();
 }
 
-TEST_F(SnmpSettingsSave, KeepsAServerRoleThatIsLongerThanTheFieldTakes)
+TEST_F(SnmpSettingsSave, KeepsAServerRoleLongerThanTheField)
 {
     m_machine.product.SetString("ServerRole", std::string(1000, 'r'));
     LoadSnmpSettings().Save(0);
@@ -220,7 +220,7 @@ TEST_F(ExceptionTrap, ParksTheSystemsDebuggerWhenItIsSwitchedOn)
     ExpectDebuggers(trapDebugger, otherDebugger);
 }
 
-TEST_F(ExceptionTrap, GivesTheSystemsDebuggerBackWhenItIsSwitchedOff)
+TEST_F(ExceptionTrap, RestoresTheSystemsDebuggerWhenSwitchedOff)
 {
     m_machine.activeDebugger.SetString("Debugger", "\"C:\\Agents\\VTNDBG.EXE\" -p %ld");
     m_machine.parkedDebugger.SetString("Debugger", otherDebugger);
@@ -274,7 +274,7 @@ TEST_F(ExceptionTrap, KeepsItsOwnDebuggerOfAnyLength)
     ExpectDebuggers(trapDebugger, otherDebugger);
 }
 
-TEST_F(ExceptionTrap, GivesBackNoDebuggerThatIsParkedAsSomethingElse)
+TEST_F(ExceptionTrap, RestoresNoDebuggerParkedAsAnotherType)
 {
     const auto switchOff = [&] {
         m_machine.activeDebugger.SetString("Debugger", trapDebugger);
@@ -289,7 +289,7 @@ TEST_F(ExceptionTrap, GivesBackNoDebuggerThatIsParkedAsSomethingElse)
     switchOff();
 }
 
-TEST_F(ExceptionTrap, GivesBackADebuggerThatIsParkedWithoutItsLastZero)
+TEST_F(ExceptionTrap, RestoresADebuggerParkedWithoutItsZero)
 {
     m_machine.activeDebugger.SetString("Debugger", trapDebugger);
     m_machine.parkedDebugger.SetUnterminatedString("Debugger", otherDebugger);
@@ -297,7 +297,7 @@ TEST_F(ExceptionTrap, GivesBackADebuggerThatIsParkedWithoutItsLastZero)
     ExpectDebuggers(otherDebugger, trapDebugger);
 }
 
-TEST_F(ExceptionTrap, ParksADebuggerOfNoBytesAndOneWithoutItsLastZero)
+TEST_F(ExceptionTrap, ParksAnEmptyOrUnterminatedDebugger)
 {
     m_machine.activeDebugger.SetRaw("Debugger", REG_SZ, {});
     Switch(TRUE);

@@ -1,9 +1,9 @@
 // The test trap, with a real mutex and a library in the host agent's place.
 #include "pages/core/TestTrap.h"
 
+#include "imports/ImportHook.h"
+#include "machine/HostAgent.h"
 #include "support/FailNth.h"
-#include "support/HostAgent.h"
-#include "support/ImportHook.h"
 #include "support/RegistryCalls.h"
 #include "support/ServiceScript.h"
 #include "support/TestRegistry.h"
@@ -87,7 +87,7 @@ TEST_F(TestTrap, KeepsALibraryWithoutTheEntryLoaded)
     EXPECT_FALSE(InstalledHostAgent::IsLoaded()); // once
 }
 
-TEST_F(TestTrap, IsNotGeneratedWhenTheLibrarysPathIsTooLong)
+TEST_F(TestTrap, IsNotGeneratedWithALongLibraryPath)
 {
     const support::ReadyAlerter alerter;
     const std::string windows = support::EnvironmentVariable("windir");
@@ -127,12 +127,12 @@ std::string ExpectedText()
 // The language of the user whose test run this is.
 std::string ExpectedLanguage()
 {
-    const std::string told = support::EnvironmentVariable("VTN_TEST_LANGUAGE");
-    return told.empty() ? std::to_string(GetUserDefaultLangID()) : told;
+    const std::string language = support::EnvironmentVariable("VTN_TEST_LANGUAGE");
+    return language.empty() ? std::to_string(GetUserDefaultLangID()) : language;
 }
 
 // Runs in the language of the system and, a second time, in Japanese.
-TEST_F(TestTrap, TellsDateAndTimeInEnglishWhateverTheUsersLanguage)
+TEST_F(TestTrap, GivesDateAndTimeInEnglish)
 {
     ASSERT_EQ(std::to_string(GetUserDefaultLangID()), ExpectedLanguage());
     const support::ReadyAlerter alerter;
@@ -153,7 +153,7 @@ struct System
 {
     const char* name;
     DWORD majorVersion;
-    WORD suites;        // as version 5 and later tell them
+    WORD suites;        // as version 5 and later report them
     bool hasSuiteValue; // as older versions do
     const char* mutex;
 };
@@ -218,7 +218,7 @@ TEST_P(EachSystem, HasItsNameForTheMutex)
 INSTANTIATE_TEST_SUITE_P(Systems, EachSystem, testing::ValuesIn(systems),
                          [](const auto& tested) { return tested.param.name; });
 
-TEST_F(AlerterMutex, HasItsPlainNameWhenTheVersionCannotBeRead)
+TEST_F(AlerterMutex, HasItsPlainNameWithoutAVersion)
 {
     m_productOptions.SetMultiString("ProductSuite", {"Terminal Server"});
     EXPECT_EQ(OpenedName(4, VER_SUITE_TERMINAL, 0), plainName);
@@ -233,7 +233,7 @@ TEST_F(AlerterMutex, HasItsGlobalNameOnlyForTheExactSuite)
     }
 }
 
-TEST_F(AlerterMutex, HasItsGlobalNameFromAListWithoutItsEnd)
+TEST_F(AlerterMutex, HasItsGlobalNameFromAnUnterminatedList)
 {
     const std::string suites("Enterprise\0Terminal Server", 26);
     m_productOptions.SetRaw("ProductSuite", REG_MULTI_SZ, support::Bytes(suites.begin(), suites.end()));
@@ -242,7 +242,7 @@ TEST_F(AlerterMutex, HasItsGlobalNameFromAListWithoutItsEnd)
     EXPECT_EQ(OpenedName(4, 0), plainName);
 }
 
-TEST_F(AlerterMutex, HasItsPlainNameFromAnEmptyListOrAnotherType)
+TEST_F(AlerterMutex, HasItsPlainNameWithoutAUsableList)
 {
     m_productOptions.SetRaw("ProductSuite", REG_MULTI_SZ, {});
     EXPECT_EQ(OpenedName(4, 0), plainName);
@@ -252,7 +252,7 @@ TEST_F(AlerterMutex, HasItsPlainNameFromAnEmptyListOrAnotherType)
     EXPECT_EQ(OpenedName(4, 0), plainName);
 }
 
-TEST_F(AlerterMutex, HasItsPlainNameWhenTheListOrItsSizeCannotBeRead)
+TEST_F(AlerterMutex, HasItsPlainNameFromAnUnreadableList)
 {
     m_productOptions.SetMultiString("ProductSuite", {"Terminal Server"});
     for (const LSTATUS error : {ERROR_ACCESS_DENIED, ERROR_MORE_DATA}) {
@@ -264,7 +264,7 @@ TEST_F(AlerterMutex, HasItsPlainNameWhenTheListOrItsSizeCannotBeRead)
     }
 }
 
-TEST_F(AlerterMutex, LeavesNoKeyOpenThatItWasLookedForIn)
+TEST_F(AlerterMutex, LeavesNoKeyOpen)
 {
     m_productOptions.SetMultiString("ProductSuite", {"Enterprise", "Terminal Server"});
     const support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)> fail(Program(), 4,
@@ -312,7 +312,7 @@ TEST_F(TestTrapOffer, NeedsAnActiveSnmpService)
     EXPECT_FALSE(IsOffered(SERVICE_STOP_PENDING));
 }
 
-TEST_F(TestTrapOffer, TakesAServiceManagerThatCannotBeAskedForAnActiveService)
+TEST_F(TestTrapOffer, TakesAnUnreachableManagerForActiveSnmp)
 {
     support::ServiceScript services(Program());
     services.Fail("OpenSCManagerA", "", ERROR_ACCESS_DENIED);
@@ -329,7 +329,7 @@ TEST_F(TestTrapOffer, NeedsTrapDataOfAnyTypeAndSize)
     EXPECT_FALSE(IsOffered(SERVICE_RUNNING));
 }
 
-TEST_F(TestTrapOffer, TakesTrapDataForPresentThatTheSystemCallsTooLongAndNothingElseThatFails)
+TEST_F(TestTrapOffer, CountsTrapDataThatIsTooLong)
 {
     using Fail = support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)>;
     const auto isOfferedWith = [&](LSTATUS answer) {

@@ -1,7 +1,7 @@
 // The deletion of the thresholds, and what counts as their being cleared.
 #include "pages/core/Thresholds.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "support/TestRegistry.h"
 
 #include <algorithm>
@@ -67,7 +67,7 @@ TEST_F(Thresholds, WithSubkeysAreRefusedAndStay)
     EXPECT_FALSE(Key(3).Exists());
 }
 
-// Deletes while the system answers each key as it is told.
+// Deletes while the system answers for each key as the test says.
 ThresholdCodes DeleteWithAnswers(const ThresholdCodes& answers)
 {
     std::size_t count = 0;
@@ -82,7 +82,7 @@ ThresholdCodes DeleteWithAnswers(const ThresholdCodes& answers)
     return codes;
 }
 
-TEST(ThresholdDeletion, TellsAllErrorsButAnAbsentKeyOrPath)
+TEST(ThresholdDeletion, ReportsErrorsButAnAbsentKeyOrPath)
 {
     EXPECT_EQ(DeleteWithAnswers({0, 2, 3, 5, 6}), (ThresholdCodes{0, 0, 0, 5, 6}));
     EXPECT_EQ(DeleteWithAnswers({1018, 3, 2, 0, 1}), (ThresholdCodes{1018, 0, 0, 0, 1}));
@@ -115,7 +115,7 @@ TEST_P(RefusedDeletions, AreReportedByTheChainedRule)
 
 INSTANTIATE_TEST_SUITE_P(Combinations, RefusedDeletions, testing::Range(0U, 32U));
 
-TEST(ThresholdReport, PassesWithoutErrorsAndWithTheThirdOrFifthAlone)
+TEST(ThresholdReport, PassesWithTheThirdOrFifthErrorAlone)
 {
     EXPECT_TRUE(AreThresholdsCleared(noErrors));
     EXPECT_TRUE(AreThresholdsCleared({0, 0, 5, 0, 0}));
@@ -129,7 +129,7 @@ TEST(ThresholdReport, FailsWithTheFirstSecondOrFourthAlone)
     EXPECT_FALSE(AreThresholdsCleared({0, 0, 0, 5, 0}));
 }
 
-TEST(ThresholdReport, ComparesACodeOfOneWithTheChainsOwnOne)
+TEST(ThresholdReport, ComparesACodeOfOneLikeTheChain)
 {
     EXPECT_FALSE(AreThresholdsCleared({0, 0, 1, 0, 0}));
     EXPECT_FALSE(AreThresholdsCleared({0, 0, 0, 0, 1}));

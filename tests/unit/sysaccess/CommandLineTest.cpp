@@ -1,7 +1,7 @@
 // Switches on the host's command line.
 #include "sysaccess/core/CommandLine.h"
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <gtest/gtest.h>
 #include <string>

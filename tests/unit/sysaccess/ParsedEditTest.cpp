@@ -1,8 +1,8 @@
 // The filtered edit control, with keys typed into a real edit.
 #include "sysaccess/ParsedEdit.h"
 
+#include "imports/ImportHook.h"
 #include "support/Clipboard.h"
-#include "support/ImportHook.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr UINT fieldId = 1024;
 
-// The dialog around the field: keeps the refusals that it is told of.
+// The dialog around the field: keeps the refusals that it is notified of.
 class CParent : public CWnd
 {
   public:
@@ -154,7 +154,7 @@ TEST_P(EachField, TakesPastedText)
     EXPECT_EQ(m_parent.m_refusals, 0);
 }
 
-TEST_P(EachField, TakesTextThatTheProgramPutsInPlaceOfTheSelection)
+TEST_P(EachField, TakesTextThatTheProgramInserts)
 {
     Filter(GetParam().style, GetParam().extraChars);
     m_edit.SendMessage(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>("a b\"c;\xE4"));
@@ -175,42 +175,42 @@ INSTANTIATE_TEST_SUITE_P(Fields, EachField, testing::ValuesIn(fields),
 
 // --- single classes
 
-TEST_F(ParsedEdit, TakesDigitsAloneWhenItIsToldSo)
+TEST_F(ParsedEdit, TakesDigitsOnly)
 {
     Filter(CC_DIGIT);
     Type("a0-9z");
     EXPECT_EQ(Text(), "09");
 }
 
-TEST_F(ParsedEdit, TakesLettersAloneWhenItIsToldSo)
+TEST_F(ParsedEdit, TakesLettersOnly)
 {
     Filter(CC_LETTER);
     Type("@AZ[`az{5");
     EXPECT_EQ(Text(), "AZaz");
 }
 
-TEST_F(ParsedEdit, TakesWhatIsNeitherLetterNorDigitWhenItIsToldSo)
+TEST_F(ParsedEdit, TakesPunctuation)
 {
     Filter(CC_OTHER);
     Type("a 1/:@[`{~");
     EXPECT_EQ(Text(), " /:@[`{~");
 }
 
-TEST_F(ParsedEdit, TakesALetterThatIsListedAlthoughItTakesNoLetters)
+TEST_F(ParsedEdit, TakesAListedLetterWithoutLetters)
 {
     Filter(CC_LISTED, "x7");
     Type("xy78");
     EXPECT_EQ(Text(), "x7");
 }
 
-TEST_F(ParsedEdit, DoesNotCountTheListWhenItIsNotToldTo)
+TEST_F(ParsedEdit, IgnoresTheListUnlessAsked)
 {
     Filter(CC_DIGIT, "x");
     Type("x7");
     EXPECT_EQ(Text(), "7");
 }
 
-TEST_F(ParsedEdit, TakesNothingBeforeItIsToldWhat)
+TEST_F(ParsedEdit, TakesNothingAtFirst)
 {
     m_edit.SubclassWindow(m_control);
     Type("a1 \b");
@@ -284,7 +284,7 @@ class RefusedKey : public ParsedEdit
     }
 };
 
-TEST_F(RefusedKey, IsToldToTheParentWithTheControl)
+TEST_F(RefusedKey, IsReportedToTheParentWithTheControl)
 {
     Filter(CC_DIGIT);
     Type('a');
@@ -323,7 +323,7 @@ TEST_F(RefusedKey, IsTheDerivedClasssBusinessWhenItWantsThat)
 
 // --- taking a control over
 
-TEST_F(ParsedEdit, TellsWhetherTheParentHasTheControl)
+TEST_F(ParsedEdit, ReportsWhetherTheParentHasTheControl)
 {
     CParsedEdit other;
     EXPECT_FALSE(other.SubclassFiltered(fieldId + 1, &m_parent, CC_ANY, ""));
@@ -338,7 +338,7 @@ TEST_F(ParsedEdit, MayTakeOverTheControlThatItHolds)
     EXPECT_EQ(Text(), "1");
 }
 
-TEST_F(ParsedEdit, FiltersTheControlThatItHoldsWhenTheOtherIsMissing)
+TEST_F(ParsedEdit, FiltersItsOwnControlWithoutTheOther)
 {
     m_edit.SubclassWindow(m_control);
     EXPECT_FALSE(m_edit.SubclassFiltered(fieldId + 1, &m_parent, 0x8003, ":\\"));

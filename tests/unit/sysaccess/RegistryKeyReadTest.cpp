@@ -16,7 +16,7 @@ TEST_F(RegistryKey, QueryOfAnAbsentValueReturns2WithoutData)
     EXPECT_EQ(data, nullptr);
 }
 
-TEST_F(RegistryKey, QueryReportsTypeSizeAndDataOfWhatIsStored)
+TEST_F(RegistryKey, QueryReportsTypeSizeAndData)
 {
     m_stored.SetRaw("Value", 77, {1, 2, 3});
     DWORD type = REG_SZ;
@@ -51,7 +51,7 @@ TEST_F(RegistryKey, QueryPassesMoreDataWithoutASizeOn)
     EXPECT_EQ(number, 5U);
 }
 
-TEST_F(RegistryKey, QueryReadsOnWhenMoreDataComesWithASize)
+TEST_F(RegistryKey, QueryReadsOnAfterMoreData)
 {
     m_stored.SetDword("Value", 7);
     auto moreData = support::HookImport<decltype(RegQueryValueExA)>(
@@ -138,7 +138,7 @@ TEST_F(RegistryKey, AbsentTextReturns2AndReadsAsEmpty)
     EXPECT_EQ(text, "");
 }
 
-TEST_F(RegistryKey, TextOfTheOtherTextTypeReturns13AndReadsAsEmpty)
+TEST_F(RegistryKey, TextOfTheOtherTypeReturns13)
 {
     m_stored.SetExpandString("Expand", "%SystemRoot%\\x");
     m_stored.SetString("Plain", "x");
@@ -150,7 +150,7 @@ TEST_F(RegistryKey, TextOfTheOtherTextTypeReturns13AndReadsAsEmpty)
     EXPECT_EQ(text, "");
 }
 
-TEST_F(RegistryKey, TextOfANonTextTypeIsNotEvenLookedFor)
+TEST_F(RegistryKey, TextOfANonTextTypeIsNotQueried)
 {
     std::string text = "before";
     EXPECT_EQ(m_key.GetString("Value", text, REG_BINARY, 0), DWORD{ERROR_INVALID_DATA});
@@ -197,7 +197,7 @@ TEST_F(RegistryKey, AnEmptyStringEndsAMultiString)
     EXPECT_EQ(texts, std::vector<std::string>{"a"});
 }
 
-TEST_F(RegistryKey, ReadsAMultiStringWithoutItsEndWithinItsSize)
+TEST_F(RegistryKey, ReadsAnUnterminatedMultiStringWithinItsSize)
 {
     m_stored.SetRaw("Value", REG_MULTI_SZ, {'a', 0, 'b', 'c'});
     std::vector<std::string> texts;
@@ -269,7 +269,7 @@ TEST_F(RegistryKey, AnAbsentNumberLeavesTheCallersDefault)
     EXPECT_EQ(number, 5U);
 }
 
-TEST_F(RegistryKey, ANumberOfAnotherTypeReturns13AndLeavesTheCallersDefault)
+TEST_F(RegistryKey, ANumberOfAnotherTypeReturns13)
 {
     m_stored.SetBinary("Value", {1, 0, 0, 0});
     DWORD number = 5;

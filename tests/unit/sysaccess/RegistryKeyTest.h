@@ -2,7 +2,7 @@
 // the import table. Shared by the tests of its reads, its writes and the rest.
 #pragma once
 
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 #include "support/TestRegistry.h"
 #include "sysaccess/core/RegistryKey.h"
 

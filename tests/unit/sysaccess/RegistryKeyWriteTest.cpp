@@ -47,7 +47,7 @@ TEST_F(RegistryKey, ReadsAndWritesAMultiString)
     EXPECT_EQ(texts, (std::vector<std::string>{"VTNHOST", "VTNUPS"}));
 }
 
-TEST_F(RegistryKey, WritesNoStringsAsAValueOfSizeZeroAndReadsItBack)
+TEST_F(RegistryKey, WritesNoStringsAsAnEmptyValue)
 {
     EXPECT_EQ(m_key.SetMultiString("Value", {}), 0U);
     EXPECT_EQ(m_stored.Value("Value"), (support::StoredValue{REG_MULTI_SZ, {}}));
@@ -56,7 +56,7 @@ TEST_F(RegistryKey, WritesNoStringsAsAValueOfSizeZeroAndReadsItBack)
     EXPECT_TRUE(texts.empty());
 }
 
-TEST_F(RegistryKey, AMultiStringThatCannotBeBuiltIsRefusedAndNothingIsWritten)
+TEST_F(RegistryKey, RefusesAMultiStringThatCannotBeBuilt)
 {
     const std::vector<std::string> texts(100, "a name of some length");
     ExpectRefused([&] {
@@ -74,7 +74,7 @@ TEST_F(RegistryKey, AppendUniqueAddsAtTheEndOnce)
     EXPECT_EQ(texts, (std::vector<std::string>{"a", "b"}));
 }
 
-TEST_F(RegistryKey, AppendUniqueTellsLetterCasesApart)
+TEST_F(RegistryKey, AppendUniqueComparesLetterCase)
 {
     std::vector<std::string> texts{"abc"};
     EXPECT_TRUE(CRegistryKey::AppendUnique(texts, "Abc"));
@@ -131,7 +131,7 @@ TEST_F(RegistryKey, ClosesTheKeyWhenAValueCannotBeDeleted)
     ExpectDword(m_stored, "Value", 7);
 }
 
-TEST_F(RegistryKey, RefusesToDeleteFromAKeyThatDoesNotExist)
+TEST_F(RegistryKey, RefusesToDeleteFromAMissingKey)
 {
     CRegistryKey missing(HKEY_LOCAL_MACHINE, m_stored.Subkey("Missing").Path().c_str());
     ExpectRefused([&] { missing.DeleteValue("Value"); });

@@ -1,5 +1,5 @@
 // Walks and changes import tables; see the header.
-#include "support/ImportHook.h"
+#include "imports/ImportHook.h"
 
 #include <algorithm>
 #include <array>

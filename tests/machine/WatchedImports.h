@@ -2,7 +2,7 @@
 // for each, from which the sweeps take everything that they know of it.
 #pragma once
 
-#include "sweep/Watch.h"
+#include "machine/Watch.h"
 
 #include <io.h>
 #include <map>

@@ -2,6 +2,8 @@
 // The watches of WatchedImports.h report here; the sweep compares what they reported.
 #pragma once
 
+#include "support/Mutex.h"
+
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -24,7 +26,8 @@ enum class Role
 struct Call
 {
     std::string function;
-    std::string place; // the texts and handles that it was given: key and value, service, file
+    std::string place;   // the texts and handles that it was given: key and value, service, file
+    std::string purpose; // what its other arguments ask for: "size" or "data", "save", ...; mostly empty
     Role role = Role::Asks;
     std::size_t boxes = 0; // message boxes shown before it
 };
@@ -36,7 +39,7 @@ class CallRecorder
     // From now on calls are kept, and number `failing` (from 1) of them fails with `code`; none for 0. With
     // `from`, the first call of that function is number 1; with `until`, the first of that one is the last.
     void Arm(std::size_t failing, DWORD code, const char* from = nullptr, const char* until = nullptr);
-    // From now on calls pass and are not kept; what they open and close is still told.
+    // From now on calls pass and are not kept; what they open and close is still noted.
     void Disarm();
 
     // `look` is called after each call that changes something, on the thread that made it.
@@ -63,7 +66,7 @@ class CallRecorder
     [[nodiscard]] std::map<const void*, std::string> OpenHandles() const;
 
   private:
-    mutable std::mutex m_mutex;
+    mutable support::Mutex m_mutex;
     std::vector<Call> m_calls;
     std::map<const void*, std::string> m_open;
     std::function<void()> m_look;

@@ -1,12 +1,13 @@
 // Stands before one imported function of the applet: reports each call to a CallRecorder and fails the one
-// that it is told to. WatchedImports.h makes one of these for each function.
+// that the recorder names. WatchedImports.h makes one of these for each function.
 #pragma once
 
+#include "machine/CallRecorder.h"
 #include "support/FailNth.h"
-#include "sweep/CallRecorder.h"
 
 #include <initializer_list>
 #include <string>
+#include <sys/stat.h>
 #include <tuple>
 #include <type_traits>
 
@@ -61,6 +62,38 @@ inline std::string Joined(std::initializer_list<std::string> parts)
     return joined;
 }
 
+// What a call asks for, where its arguments say so.
+template <typename... Arguments>
+std::string PurposeOf(const std::string& /*function*/, const Arguments&... /*arguments*/)
+{
+    return {};
+}
+
+// A value's size is asked for first, then its data.
+inline std::string PurposeOf(const std::string& /*RegQueryValueExA*/, HKEY /*key*/, LPCSTR /*name*/,
+                             LPDWORD /*reserved*/, LPDWORD /*type*/, LPBYTE data, LPDWORD /*size*/)
+{
+    return data == nullptr ? "size" : "data";
+}
+
+// A script's name is checked by reading from the file; it is edited in one that may be new, saved in one that
+// exists.
+inline std::string PurposeOf(const std::string& /*CreateFileA*/, LPCSTR /*path*/, DWORD access,
+                             DWORD /*sharing*/, LPSECURITY_ATTRIBUTES /*security*/, DWORD disposition,
+                             DWORD /*attributes*/, HANDLE /*pattern*/)
+{
+    if ((access & GENERIC_WRITE) == 0)
+        return "check";
+    return disposition == OPEN_ALWAYS ? "edit" : "save";
+}
+
+inline std::string PurposeOf(const std::string& function, const char* /*path*/, int mode)
+{
+    if (function == "_access")
+        return mode == 0 ? "exists" : "is writable";
+    return (mode & _S_IWRITE) != 0 ? "make writable" : "make read-only";
+}
+
 // What a call opened: the key that it wrote through its last argument, or its result.
 template <typename Result, typename Last>
 const void* Opened(Result result, Last last)
@@ -98,8 +131,8 @@ class Watch<name, Result(Arguments...), says, role, codes...>
         const Watch& self = support::Turn<Watch>::Active();
         CallRecorder& recorder = self.m_recorder;
         const std::string place = Joined({Describe(recorder, arguments)...});
-        const bool fails = recorder.Begin({Name(), place, role});
-        // A closing that fails has closed all the same: no other call could tell what was open.
+        const bool fails = recorder.Begin({Name(), place, PurposeOf(Name(), arguments...), role});
+        // A closing that fails has closed all the same: no other call could show what was open.
         if (fails && role != Role::Closes)
             return Fail(recorder);
         const Result result = self.m_import.template Original<Result(Arguments...)>()(arguments...);

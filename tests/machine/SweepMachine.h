@@ -3,15 +3,15 @@
 // change.
 #pragma once
 
-#include "applet/AppletTest.h"
-#include "support/BoardScript.h"
+#include "machine/BoardScript.h"
+#include "machine/CallRecorder.h"
+#include "machine/HostAgent.h"
+#include "machine/TaskListScript.h"
+#include "machine/TestMachine.h"
 #include "support/FakeClock.h"
-#include "support/HostAgent.h"
 #include "support/ServiceScript.h"
 #include "support/ShareScript.h"
-#include "support/TaskListScript.h"
 #include "support/TestDirectory.h"
-#include "sweep/CallRecorder.h"
 
 #include <map>
 #include <string>

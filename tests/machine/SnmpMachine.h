@@ -2,8 +2,8 @@
 // loads and saves.
 #pragma once
 
+#include "imports/ImportHook.h"
 #include "pages/core/SnmpSettings.h"
-#include "support/ImportHook.h"
 #include "support/TestRegistry.h"
 #include "sysaccess/core/AgentServices.h"
 #include "sysaccess/core/ConfigurationError.h"

@@ -84,7 +84,7 @@ class ImportHook;
 
 // One replaced import of one module. The callable receives the original function first, then the arguments.
 // The original comes back with the end of the hook; hooks on one import end in the reverse order of their
-// making, as scopes do by themselves. The type of the callable tells hooks apart, so one lambda expression
+// making, as scopes do by themselves. The type of the callable distinguishes hooks, so one lambda expression
 // can be active once at a time.
 template <typename Result, typename... Arguments, typename Callable>
 class ImportHook<Result(Arguments...), Callable>

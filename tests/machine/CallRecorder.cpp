@@ -1,5 +1,5 @@
 // See the header.
-#include "sweep/CallRecorder.h"
+#include "machine/CallRecorder.h"
 
 namespace sweep {
 

@@ -1,4 +1,4 @@
-// A remote management board that does what the test tells it, in place of RB4USER.DLL.
+// A remote management board that answers as the test says, in place of RB4USER.DLL.
 #pragma once
 
 #include "pages/core/BoardLibrary.h"

@@ -1,5 +1,5 @@
 // See the header.
-#include "sweep/SweepMachine.h"
+#include "machine/SweepMachine.h"
 
 #include "pages/core/Thresholds.h"
 
