@@ -8,6 +8,7 @@ JAPANESE_PACKAGES=(locales fonts-vlgothic)
 CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen shellcheck)
 NATIVE_PACKAGES=(g++)
 COVERAGE_PACKAGES=(gcovr)
+FLEET_PACKAGES=(ansible-core ansible-lint python3)
 
 # set_up_for_run, set_up_for_run_in_japanese, set_up_for_test: what each of these needs, and no more.
 set_up_for_run() {
@@ -23,6 +24,11 @@ set_up_for_test() {
   ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${JAPANESE_PACKAGES[@]}" "${CHECK_PACKAGES[@]}" \
     "${NATIVE_PACKAGES[@]}"
   ensure_japanese
+}
+
+# Beside what the other tests need.
+set_up_for_fleet() {
+  ensure_packages "${FLEET_PACKAGES[@]}"
 }
 
 set_up_for_coverage() {
