@@ -42,8 +42,8 @@ void NoteUnknownMessage(UINT message)
 
 } // namespace
 
-// Answers as hosts have always known this applet: CPL_INQUIRE with 1 although 0 is usual, CPL_EXIT and
-// CPL_NEWINQUIRE as messages that it does not know.
+// Answers CPL_INQUIRE with 1 although 0 is usual, and CPL_EXIT and CPL_NEWINQUIRE as messages that it does
+// not know. On purpose: this is what hosts of this applet expect of it.
 extern "C" LONG APIENTRY CPlApplet(HWND hwndCPl, UINT msg, LPARAM lParam1, LPARAM lParam2)
 {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "applet/SheetAssembly.h"
-#include "desktop/ClientPage.h"
+#include "desktop/DesktopPage.h"
+#include "pages/BoardPage.h"
 #include "pages/ProcMonPage.h"
-#include "pages/Rb4Page.h"
 #include "pages/ServicesPage.h"
 #include "pages/SnmpPage.h"
 #include "pages/StoragePage.h"
@@ -21,7 +21,7 @@ class PageMember
     Page m_page;
 };
 
-// Lives for one opening of the sheet.
+// Lives for one opening of the sheet. The members stand in the order of the table of pages.
 class CVtnCplPropSheet : public CSheetAssembly
 {
   public:
@@ -31,8 +31,8 @@ class CVtnCplPropSheet : public CSheetAssembly
   private:
     PageMember<CVtnServicesPropPage, PageRole::Services> m_servicesPage{*this};
     PageMember<CVtnStoragePropPage, PageRole::Storage> m_storagePage{*this};
-    PageMember<CVtnSnmpPropPage, PageRole::SnmpSettings> m_snmpPage{*this};
-    PageMember<CVtnClientPropPage, PageRole::DesktopMgmt> m_desktopMgmtPage{*this};
-    PageMember<CVtnRb4PropPage, PageRole::RemoteLumora> m_boardPage{*this};
+    PageMember<CVtnSnmpPropPage, PageRole::Snmp> m_snmpPage{*this};
+    PageMember<CVtnClientPropPage, PageRole::Desktop> m_desktopPage{*this};
+    PageMember<CVtnRb4PropPage, PageRole::Board> m_boardPage{*this};
     PageMember<ProcMonPage, PageRole::ProcessMonitor> m_processMonitorPage{*this};
 };

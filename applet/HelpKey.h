@@ -5,8 +5,8 @@
 
 #include <windows.h>
 
-// Tells the F1 hook which window the sheet is. Called by the sheet as soon as it has a window, and with null
-// when it loses it: the hook may outlive the window.
+// Sets the window that the F1 hook takes for the sheet. Called by the sheet as soon as it has a window, and
+// with null when it loses it: the hook may outlive the window.
 void RecordSheetWindow(HWND sheet);
 
 // Ends a hook; for UniqueHook.

@@ -5,7 +5,12 @@
 #include "sysaccess/core/CommandLine.h"
 #include "sysaccess/core/DomainController.h"
 
-bool IsDesktopMgmtOffered()
+bool IsAlwaysOffered()
+{
+    return true;
+}
+
+bool IsDesktopOffered()
 {
     return IsDomainController() || CommandLineContains(clientSwitch);
 }
@@ -15,7 +20,7 @@ bool IsProcessMonitorOffered()
     return !CommandLineContains(setupSwitch);
 }
 
-bool IsRemoteLumoraOffered()
+bool IsBoardOffered()
 {
     BoardData data{};
     return ReadBoardData(data) == ERROR_SUCCESS;

@@ -1,16 +1,7 @@
 // Whether what the user changed asks for a restart of the agents, and for one of the machine.
 #pragma once
 
-// Which pages say that they were changed, after the sheet has closed with OK.
-struct PageChanges
-{
-    bool services = false;
-    bool storage = false;
-    bool snmpSettings = false;
-    bool desktopMgmt = false; // what it changed takes effect only after a reboot
-    bool remoteLumora = false;
-    bool processMonitor = false;
-};
+#include "applet/PageTable.h"
 
 // What follows the saving.
 struct RestartDecision
@@ -19,12 +10,17 @@ struct RestartDecision
     bool rebootNotice = false;  // afterwards, say that the machine must be rebooted
 };
 
-// Desktop management needs the reboot and the agents with it; the board page alone needs only the agents.
-[[nodiscard]] constexpr RestartDecision DecideRestart(const PageChanges& changes)
+// Decides after the sheet has closed with OK; `isChanged` says of each PageRole whether its page was changed.
+template <typename IsChanged>
+[[nodiscard]] constexpr RestartDecision DecideRestart(IsChanged isChanged)
 {
-    if (changes.services || changes.snmpSettings || changes.processMonitor || changes.storage)
-        return {.restartAgents = true, .rebootNotice = changes.desktopMgmt};
-    if (changes.desktopMgmt)
-        return {.restartAgents = true, .rebootNotice = true};
-    return {.restartAgents = changes.remoteLumora, .rebootNotice = false};
+    RestartDecision decision;
+    for (const PageRule& page : pageTable) {
+        if (!isChanged(page.role))
+            continue;
+        decision.restartAgents = true;
+        if (page.restart == PageRestart::AgentsAndMachine)
+            decision.rebootNotice = true;
+    }
+    return decision;
 }

@@ -1,48 +1,11 @@
-// Assembly of the sheet; the order of everything stands in the two tables.
+// Assembly of the sheet; the order of everything stands in the table of pages.
 #include "applet/SheetAssembly.h"
 
 #include "applet/HelpKey.h"
-#include "applet/PageConditions.h"
 
 #include <algorithm>
 
 namespace {
-
-struct TabRule
-{
-    PageRole role;
-    bool (*isOffered)();
-};
-
-bool Always()
-{
-    return true;
-}
-
-// Tabs from left to right.
-constexpr std::array tabOrder = {
-    TabRule{PageRole::Services, Always},
-    TabRule{PageRole::SnmpSettings, Always},
-    TabRule{PageRole::Storage, Always},
-    TabRule{PageRole::DesktopMgmt, IsDesktopMgmtOffered},
-    TabRule{PageRole::ProcessMonitor, IsProcessMonitorOffered},
-    TabRule{PageRole::RemoteLumora, IsRemoteLumoraOffered},
-};
-static_assert(tabOrder.size() == pageRoleCount);
-
-struct SaveRule
-{
-    PageRole role;
-    bool onlyWhenChanged;
-};
-
-// Saves from first to last. Of the board the last word counts, so its page comes last.
-constexpr std::array saveOrder = {
-    SaveRule{PageRole::Services, false},      SaveRule{PageRole::SnmpSettings, false},
-    SaveRule{PageRole::ProcessMonitor, true}, SaveRule{PageRole::Storage, false},
-    SaveRule{PageRole::DesktopMgmt, false},   SaveRule{PageRole::RemoteLumora, true},
-};
-static_assert(saveOrder.size() == pageRoleCount);
 
 // The system's tab control in every sheet.
 constexpr int tabControlId = 0x3020;
@@ -65,33 +28,24 @@ void CSheetAssembly::Assign(PageRole role, CVtnPropPage& page)
 
 void CSheetAssembly::BuildPages()
 {
-    for (const TabRule& tab : tabOrder) {
-        if (Page(tab.role) != nullptr && tab.isOffered())
-            AddPage(Page(tab.role));
+    for (const PageRule* rule : pagesByTab) {
+        if (Page(rule->role) != nullptr && rule->isOffered())
+            AddPage(Page(rule->role));
     }
 }
 
 DWORD CSheetAssembly::SaveAllPages()
 {
     DWORD result = ERROR_SUCCESS;
-    for (const SaveRule& rule : saveOrder) {
-        if (Page(rule.role) == nullptr || (rule.onlyWhenChanged && !IsChanged(rule.role)))
+    for (const PageRule* rule : pagesBySave) {
+        CVtnPropPage* const page = Page(rule->role);
+        if (page == nullptr || (rule->save == PageSave::WhenChanged && !page->IsChanged()))
             continue;
-        const DWORD saved = Page(rule.role)->Save();
-        if (rule.role == PageRole::RemoteLumora)
+        const DWORD saved = page->Save();
+        if (rule->role == PageRole::Board)
             result = saved;
     }
     return result;
-}
-
-PageChanges CSheetAssembly::Changes() const
-{
-    return {.services = IsChanged(PageRole::Services),
-            .storage = IsChanged(PageRole::Storage),
-            .snmpSettings = IsChanged(PageRole::SnmpSettings),
-            .desktopMgmt = IsChanged(PageRole::DesktopMgmt),
-            .remoteLumora = IsChanged(PageRole::RemoteLumora),
-            .processMonitor = IsChanged(PageRole::ProcessMonitor)};
 }
 
 bool CSheetAssembly::IsChanged(PageRole role) const

@@ -2,23 +2,11 @@
 // stands and leads, and in which order everything is saved.
 #pragma once
 
-#include "applet/RestartDecision.h"
+#include "applet/PageTable.h"
 #include "pages/PropPage.h"
 
 #include <afxdlgs.h>
 #include <array>
-
-// What a page of the sheet is about, in the order in which the pages are constructed.
-enum class PageRole
-{
-    Services,
-    Storage,
-    SnmpSettings,
-    DesktopMgmt,
-    RemoteLumora,
-    ProcessMonitor,
-};
-inline constexpr std::size_t pageRoleCount = 6;
 
 // The sheet as the rules see it: it knows its pages by their roles alone.
 class CSheetAssembly : public CPropertySheet, public SettingsSheet
@@ -33,12 +21,12 @@ class CSheetAssembly : public CPropertySheet, public SettingsSheet
     // Adds the tabs that this machine and this user need. Called once, before DoModal.
     void BuildPages();
 
-    // Saves the assigned pages in the fixed order, those without a tab too; two of them only when they were
-    // changed. Returns what the Remote Lumora page's save returned, else 0; throws ConfigurationError.
+    // Saves the assigned pages in the fixed order, those without a tab too; some only when they were
+    // changed. Returns what the board page's save returned, else 0; throws ConfigurationError.
     DWORD SaveAllPages() override;
 
-    // Which pages were changed, for the restart decision.
-    [[nodiscard]] PageChanges Changes() const;
+    // Whether the page in this role, if there is one, was changed; for the restart decision.
+    [[nodiscard]] bool IsChanged(PageRole role) const;
 
     BOOL OnInitDialog() override;
 
@@ -51,11 +39,10 @@ class CSheetAssembly : public CPropertySheet, public SettingsSheet
 
   private:
     [[nodiscard]] CVtnPropPage* Page(PageRole role) const { return m_pages[static_cast<std::size_t>(role)]; }
-    [[nodiscard]] bool IsChanged(PageRole role) const;
     // A control's rectangle in the sheet's client coordinates, in pixels.
     [[nodiscard]] CRect PlaceOf(int controlId) const;
     void PutHelpInPlaceOfApply();
     void CloseGapBesideApply();
 
-    std::array<CVtnPropPage*, pageRoleCount> m_pages{};
+    std::array<CVtnPropPage*, pageTable.size()> m_pages{};
 };

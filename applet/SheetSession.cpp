@@ -3,6 +3,7 @@
 
 #include "applet/CplPropSheet.h"
 #include "applet/HelpKey.h"
+#include "applet/RestartDecision.h"
 #include "applet/SheetTitle.h"
 #include "applet/VtnCpl.h"
 #include "resources/resource.h"
@@ -51,7 +52,9 @@ try {
     MainWindowScope mainWindow(controlPanel);
     sheet.emplace(SheetTitle(), mainWindow.Window());
     sheet->BuildPages();
-    return sheet->DoModal() == IDOK ? DecideRestart(sheet->Changes()) : RestartDecision();
+    if (sheet->DoModal() != IDOK)
+        return {};
+    return DecideRestart([&](PageRole role) { return sheet->IsChanged(role); });
 } catch (ConfigurationError textId) {
     MessageBoxById(controlPanel, static_cast<UINT>(textId), IDS_ERROR_CAPTION, MB_ICONHAND);
     return {};

@@ -1,4 +1,4 @@
-// The application object of the library and what the Control Panel is told about the applet.
+// The application object of the library and the record of the applet for the Control Panel.
 #pragma once
 
 #include <afxwin.h>
@@ -35,7 +35,7 @@ class CVtnCPL : public CWinApp
 
 extern CVtnCPL theApp;
 
-// One applet of the library. The Control Panel is told the first three; the others belong to CPL_NEWINQUIRE,
+// One applet of the library. The Control Panel gets the first three; the others belong to CPL_NEWINQUIRE,
 // which the applet does not answer.
 struct AppletRecord
 {

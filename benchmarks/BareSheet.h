@@ -13,7 +13,7 @@
 #include <prsht.h>
 
 inline constexpr int bareTemplates[] = {IDD_SERVICES, IDD_SNMP,    IDD_STORAGE,
-                                        IDD_CLIENT,   IDD_PROCMON, IDD_BOARD};
+                                        IDD_DESKTOP,  IDD_PROCMON, IDD_BOARD};
 
 inline INT_PTR CALLBACK AnswerNothing(HWND /*page*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/)
 {

@@ -1,6 +1,7 @@
 // See the header.
 #include "RegistryWork.h"
 
+#include "pages/core/StorageSettings.h"
 #include "sysaccess/core/AgentServices.h"
 
 #include <algorithm>
@@ -25,21 +26,19 @@ std::size_t List(const std::string& key)
 
 std::size_t Agents(const AgentService& service)
 {
-    std::size_t calls = Read(service.ParametersKey(), "SubServices") + List(service.Key());
+    std::size_t calls = Read(service.ParametersKey(), subServicesValue) + List(service.Key());
     for (const std::string& name : TestKey(service.Key()).SubkeyNames()) {
         if (!IsAmong(service.hiddenSubkeys, name))
-            calls += Read(service.Key() + "\\" + name, "DisplayName");
+            calls += Read(service.Key() + "\\" + name, displayNameValue);
     }
     return calls;
 }
 
 std::size_t SnmpSettings()
 {
-    const std::string host = ServiceKey("VtMgHost");
-    const std::string debuggers = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug";
-    return List(ServiceKey("VtMgServ")) + Read("SOFTWARE\\Vortan Lumora Agent", "ServerRole") +
-           Read(host + "\\VTNSNMP", "SetsEnabled") + Read(host + "\\VTNMHOST", "HostFlags") +
-           Read(host + "\\VTNSNMP", "Timeout") + Read(debuggers, "Debugger");
+    return List(ServiceKey(serverServiceName)) + Read(productKey, serverRoleValue) +
+           Read(hostSnmpKey, setsEnabledValue) + Read(hostAgentKey, hostFlagsValue) +
+           Read(hostSnmpKey, timeoutValue) + Read(activeDebuggerKey, debuggerValue);
 }
 
 std::size_t Intervals(const AgentService& service)
@@ -49,9 +48,6 @@ std::size_t Intervals(const AgentService& service)
         calls += IsAmong(nonAgentSubkeys, name) ? 0 : oneWrite;
     return calls;
 }
-
-// Two of the array agent's.
-const std::array<std::string, 4> storageAgents = {"VTNFCA", "VTNMIDA", "VTNSAS", "VTNMIDA"};
 
 std::string ValueOf(const sweep::Call& call)
 {
@@ -79,10 +75,10 @@ std::size_t LeastCallsOfOpening()
     std::size_t calls = SnmpSettings();
     for (const AgentService& service : agentServices)
         calls += Agents(service);
-    for (const std::string& agent : storageAgents)
-        calls += Read(ServiceKey("VtMgStor") + "\\" + agent, "DisableFlags");
-    calls += Read(ServiceKey("VtMgHost") + "\\VTNMHost", "ClientIni");
-    return calls + Read("System\\CurrentControlSet\\Control\\ProductOptions", "ProductType");
+    for (const StorageFeature& feature : storageFeatures)
+        calls += Read(feature.agentKey, disableFlagsValue);
+    calls += Read(hostAgentKey, clientIniValue);
+    return calls + Read(productOptionsKey, productTypeValue);
 }
 
 std::size_t LeastCallsOfSave()
@@ -94,8 +90,8 @@ std::size_t LeastCallsOfSave()
     calls += oneWrite + agentServices.size() * oneWrite + oneWrite + 2 * oneWrite;
     for (const AgentService& service : agentServices)
         calls += Intervals(service);
-    for (const std::string& agent : storageAgents)
-        calls += Read(ServiceKey("VtMgStor") + "\\" + agent, "DisableFlags") + oneWrite;
+    for (const StorageFeature& feature : storageFeatures)
+        calls += Read(feature.agentKey, disableFlagsValue) + oneWrite;
     return calls + oneWrite; // the monitored processes
 }
 

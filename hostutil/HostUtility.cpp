@@ -14,14 +14,6 @@
 
 namespace {
 
-using UniqueKernelHandle = UniqueHandle<HANDLE, [](HANDLE handle) { CloseHandle(handle); }>;
-
-UniqueKernelHandle TakeSnapshot()
-{
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    return UniqueKernelHandle(snapshot == INVALID_HANDLE_VALUE ? nullptr : snapshot);
-}
-
 // An administrator may have chosen it for the whole system.
 bool IsCodePageUtf8()
 {
@@ -82,7 +74,7 @@ TaskRecord RecordOf(const PROCESSENTRY32W& process)
 // Nothing when the system gives no snapshot.
 std::optional<std::vector<TaskRecord>> RunningProcesses()
 {
-    const UniqueKernelHandle snapshot = TakeSnapshot();
+    const UniqueObject snapshot = OwnUnlessInvalid(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     if (!snapshot)
         return std::nullopt;
     std::vector<TaskRecord> records;

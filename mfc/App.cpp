@@ -1,6 +1,7 @@
 // The application object and the module state.
 #include "afxapp.h"
 #include "ThreadState.h"
+#include "WndHelpers.h"
 
 #include <cstdlib>
 #include <utility>

@@ -31,22 +31,9 @@ void CEdit::GetSel(int& nStartChar, int& nEndChar) const
     nEndChar = static_cast<int>(end);
 }
 
-void CEdit::ReplaceSel(LPCSTR lpszNewText, BOOL bCanUndo)
-{
-    SendMessage(EM_REPLACESEL, static_cast<WPARAM>(bCanUndo), reinterpret_cast<LPARAM>(lpszNewText));
-}
-
 int AfxAskList(const CWnd& list, UINT message, int index, LPCSTR text)
 {
     return static_cast<int>(list.SendMessage(message, AsWParam(index), reinterpret_cast<LPARAM>(text)));
-}
-
-static void ReadText(const CWnd& list, UINT lengthMessage, UINT textMessage, int index, CString& text)
-{
-    const int length = std::max(AfxAskList(list, lengthMessage, index), 0);
-    // In double-byte code pages the length asked for may be more than what is copied.
-    const int copied = AfxAskList(list, textMessage, index, text.GetBuffer(length + 1));
-    text.ReleaseBuffer(std::max(copied, 0));
 }
 
 DWORD_PTR CListBox::GetItemData(int nIndex) const
@@ -61,7 +48,10 @@ int CListBox::SetItemData(int nIndex, DWORD_PTR dwItemData)
 
 void CListBox::GetText(int nIndex, CString& rString) const
 {
-    ReadText(*this, LB_GETTEXTLEN, LB_GETTEXT, nIndex, rString);
+    const int length = std::max(AfxAskList(*this, LB_GETTEXTLEN, nIndex), 0);
+    // In double-byte code pages the length asked for may be more than what is copied.
+    const int copied = AfxAskList(*this, LB_GETTEXT, nIndex, rString.GetBuffer(length + 1));
+    rString.ReleaseBuffer(std::max(copied, 0));
 }
 
 UINT CListBox::ItemFromPoint(CPoint pt, BOOL& bOutside) const
@@ -79,9 +69,4 @@ int CListBox::GetItemRect(int nIndex, LPRECT lpRect) const
 BOOL CListBox::SetTabStops(int cxEachStop)
 {
     return SendMessage(LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&cxEachStop)) != FALSE;
-}
-
-void CComboBox::GetLBText(int nIndex, CString& rString) const
-{
-    ReadText(*this, CB_GETLBTEXTLEN, CB_GETLBTEXT, nIndex, rString);
 }

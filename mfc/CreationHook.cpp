@@ -1,4 +1,6 @@
 // Binding an object to its window while Windows is creating it.
+#include "CreationHook.h"
+#include "HandlerScope.h"
 #include "ThreadState.h"
 
 #include <iterator>

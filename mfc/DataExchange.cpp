@@ -1,7 +1,7 @@
 // Dialog data exchange.
 #include "afxapp.h"
 #include "afxdd_.h"
-#include "ThreadState.h"
+#include "WndHelpers.h"
 
 CDataExchange::CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate)
     : m_bSaveAndValidate(bSaveAndValidate), m_pDlgWnd(pDlgWnd)
@@ -59,31 +59,6 @@ void DDX_Check(CDataExchange* pDX, int nIDC, int& value)
         value = static_cast<int>(::SendMessageA(control, BM_GETCHECK, 0, 0));
     else
         ::SendMessageA(control, BM_SETCHECK, static_cast<WPARAM>(value), 0);
-}
-
-// The next radio button of the same group, null after its last.
-static HWND NextOfGroup(HWND button)
-{
-    HWND next = ::GetWindow(button, GW_HWNDNEXT);
-    while (next != nullptr && (::SendMessageA(next, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) == 0 &&
-           (::GetWindowLongPtrA(next, GWL_STYLE) & WS_GROUP) == 0)
-        next = ::GetWindow(next, GW_HWNDNEXT);
-    const bool inGroup = next != nullptr && (::GetWindowLongPtrA(next, GWL_STYLE) & WS_GROUP) == 0;
-    return inGroup ? next : nullptr;
-}
-
-void DDX_Radio(CDataExchange* pDX, int nIDC, int& value)
-{
-    int position = 0;
-    int checked = -1;
-    for (HWND button = pDX->PrepareCtrl(nIDC); button != nullptr; button = NextOfGroup(button), ++position) {
-        if (!pDX->m_bSaveAndValidate)
-            ::SendMessageA(button, BM_SETCHECK, position == value ? BST_CHECKED : BST_UNCHECKED, 0);
-        else if (::SendMessageA(button, BM_GETCHECK, 0, 0) == BST_CHECKED)
-            checked = position;
-    }
-    if (pDX->m_bSaveAndValidate)
-        value = checked;
 }
 
 void DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index)

@@ -1,6 +1,8 @@
 // CDialog.
 #include "afxwin.h"
-#include "ThreadState.h"
+#include "CreationHook.h"
+#include "HandlerScope.h"
+#include "WndHelpers.h"
 
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 

@@ -1,5 +1,6 @@
 // The entry point of a library that has an application object. Linked into libraries only.
 #include "afxapp.h"
+#include "HandlerScope.h"
 #include "ThreadState.h"
 
 // The loader lock is held: nothing here, or in the application's InitInstance and ExitInstance, may load a

@@ -1,6 +1,7 @@
 // CFileDialog.
 #include "afxdlgs.h"
-#include "ThreadState.h"
+#include "HandlerScope.h"
+#include "WndHelpers.h"
 
 #include <algorithm>
 #include <iterator>

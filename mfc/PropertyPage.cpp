@@ -1,6 +1,8 @@
 // CPropertyPage.
 #include "afxdlgs.h"
-#include "ThreadState.h"
+#include "CreationHook.h"
+#include "HandlerScope.h"
+#include "WndHelpers.h"
 
 #include <utility>
 
@@ -71,8 +73,7 @@ void CPropertyPage::OnOK() {}
 
 void CPropertyPage::OnCancel() {}
 
-// The system tells a modeless sheet's end, not how it came about; the pages are
-// told that, each of them, last.
+// The system reports the end of a modeless sheet, not its outcome; each page is notified of that last.
 void CPropertyPage::RecordOutcome(int outcome) const
 {
     const auto sheet = dynamic_cast<CPropertySheet*>(GetParent());

@@ -1,6 +1,8 @@
 // CPropertySheet and its modal loop.
 #include "afxdlgs.h"
-#include "ThreadState.h"
+#include "CreationHook.h"
+#include "HandlerScope.h"
+#include "WndHelpers.h"
 
 #include <commctrl.h>
 #include <utility>

@@ -49,11 +49,6 @@ int CString::Compare(LPCSTR lpsz) const
     return std::strcmp(m_text.c_str(), lpsz == nullptr ? "" : lpsz);
 }
 
-int CString::CompareNoCase(LPCSTR lpsz) const
-{
-    return _stricmp(m_text.c_str(), lpsz == nullptr ? "" : lpsz);
-}
-
 CString CString::Mid(int nFirst) const
 {
     return Mid(nFirst, GetLength());
@@ -97,28 +92,6 @@ int CString::Find(LPCSTR lpszSub, int nStart) const
             return static_cast<int>(position);
     }
     return -1;
-}
-
-int CString::ReverseFind(char ch) const
-{
-    int found = -1;
-    for (size_t position = 0; position < m_text.size(); position = NextCharacter(position))
-        if (m_text[position] == ch)
-            found = static_cast<int>(position);
-    return found;
-}
-
-int CString::FindOneOf(LPCSTR lpszCharSet) const
-{
-    for (size_t position = 0; position < m_text.size(); position = NextCharacter(position))
-        if (std::strchr(lpszCharSet, m_text[position]) != nullptr)
-            return static_cast<int>(position);
-    return -1;
-}
-
-void CString::MakeUpper()
-{
-    CharUpperBuffA(m_text.data(), static_cast<DWORD>(m_text.size()));
 }
 
 void CString::MakeLower()

@@ -1,6 +1,9 @@
 // CWnd: which object stands for which window, and how the two come together and part.
 #include "afxwin.h"
+#include "CreationHook.h"
+#include "HandlerScope.h"
 #include "ThreadState.h"
+#include "WndHelpers.h"
 
 #include <utility>
 

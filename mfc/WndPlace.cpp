@@ -1,6 +1,7 @@
 // CWnd: texts, styles, place and the wait cursor.
 #include "afxwin.h"
 #include "ThreadState.h"
+#include "WndHelpers.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 // CWnd: the way of a message from Windows through the object's handlers.
 #include "afxdd_.h"
 #include "afxwin.h"
+#include "HandlerScope.h"
 #include "ThreadState.h"
 
 #include <utility>

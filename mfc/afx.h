@@ -88,7 +88,7 @@ class CException
 {
 };
 
-// The user has been told already; UpdateData turns it into FALSE.
+// The user has had the message already; UpdateData turns it into FALSE.
 class CUserException : public CException
 {
 };

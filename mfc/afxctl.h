@@ -31,16 +31,11 @@ class CEdit : public CWnd
     // Positions in characters; 0 and -1 select everything. Scrolls the caret into view unless bNoScroll.
     void SetSel(int nStartChar, int nEndChar, BOOL bNoScroll = FALSE);
     void GetSel(int& nStartChar, int& nEndChar) const;
-    void ReplaceSel(LPCSTR lpszNewText, BOOL bCanUndo = FALSE);
-    // The most that the user can type, 0 for as much as there can be.
-    void LimitText(int nChars = 0) { SendMessage(EM_LIMITTEXT, static_cast<WPARAM>(nChars)); }
     // Room beside the text, in pixels.
     void SetMargins(UINT nLeft, UINT nRight)
     {
         SendMessage(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELONG(nLeft, nRight));
     }
-    // The limit in force, in bytes.
-    [[nodiscard]] UINT GetLimitText() const { return static_cast<UINT>(SendMessage(EM_GETLIMITTEXT)); }
 
   protected:
     [[nodiscard]] bool TakesUnicode() const override { return true; }
@@ -87,9 +82,8 @@ class CListBox : public CWnd
         return AfxAskList(*this, LB_FINDSTRINGEXACT, nIndexStart, lpszFind);
     }
 
-    // An item's text and its length in bytes; empty, and LB_ERR, for a position that does not exist.
+    // An item's text; empty for a position that does not exist.
     void GetText(int nIndex, CString& rString) const;
-    [[nodiscard]] int GetTextLen(int nIndex) const { return AfxAskList(*this, LB_GETTEXTLEN, nIndex); }
     // The item at, or else nearest to, a point in client coordinates; whether the point lies outside the
     // list.
     UINT ItemFromPoint(CPoint pt, BOOL& bOutside) const;
@@ -98,7 +92,6 @@ class CListBox : public CWnd
     // One tab stop every so many dialog units.
     BOOL SetTabStops(int cxEachStop);
     // Pixels that a list with WS_HSCROLL can show by scrolling; it does not look at its texts itself.
-    [[nodiscard]] int GetHorizontalExtent() const { return AfxAskList(*this, LB_GETHORIZONTALEXTENT); }
     void SetHorizontalExtent(int cxExtent) { AfxAskList(*this, LB_SETHORIZONTALEXTENT, cxExtent); }
 };
 
@@ -116,7 +109,4 @@ class CComboBox : public CWnd
     int AddString(LPCSTR lpszString) { return AfxAskList(*this, CB_ADDSTRING, 0, lpszString); }
     // Removes all lines.
     void ResetContent() { AfxAskList(*this, CB_RESETCONTENT); }
-    // A line's text and its length in bytes; empty, and CB_ERR, for a position that does not exist.
-    void GetLBText(int nIndex, CString& rString) const;
-    [[nodiscard]] int GetLBTextLen(int nIndex) const { return AfxAskList(*this, CB_GETLBTEXTLEN, nIndex); }
 };

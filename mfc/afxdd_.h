@@ -21,7 +21,7 @@ class CDataExchange
     HWND PrepareEditCtrl(int nIDC);
 
     // Refuses the value of the last control: puts the focus on it and ends the
-    // exchange. The user has been told.
+    // exchange. The user has had the message.
     [[noreturn]] void Fail();
 };
 
@@ -32,8 +32,6 @@ void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
 void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
 // BST_UNCHECKED, BST_CHECKED or BST_INDETERMINATE.
 void DDX_Check(CDataExchange* pDX, int nIDC, int& value);
-// The position of a group's checked radio button, -1 for none. nIDC is the first, which has WS_GROUP.
-void DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
 // The selected line of a combo box, -1 for none.
 void DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index);
 

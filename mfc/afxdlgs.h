@@ -24,7 +24,7 @@ class CPropertyPage : public CDialog
     explicit CPropertyPage(UINT nIDTemplate, UINT nIDCaption = 0);
     ~CPropertyPage() override;
 
-    PROPSHEETPAGEA m_psp = {}; // what the sheet is told; flags may be added before the sheet's DoModal
+    PROPSHEETPAGEA m_psp = {}; // for the sheet; flags may be added before its DoModal
 
     // Whether the sheet's Apply button is to be enabled on behalf of this page.
     void SetModified(BOOL bChanged = TRUE);
@@ -70,7 +70,7 @@ class CPropertySheet : public CWnd
     explicit CPropertySheet(UINT nIDCaption, CWnd* pParentWnd = nullptr, UINT iSelectPage = 0);
     ~CPropertySheet() override;
 
-    PROPSHEETHEADERA m_psh = {}; // what the system is told; flags may be added before DoModal
+    PROPSHEETHEADERA m_psh = {}; // for the system; flags may be added before DoModal
 
     // Before DoModal. The page is not owned and must outlive it.
     void AddPage(CPropertyPage* pPage);

@@ -37,7 +37,6 @@ class CString
 
     // Negative, zero or positive as this text comes before, equals or comes after the other.
     [[nodiscard]] int Compare(LPCSTR lpsz) const;
-    [[nodiscard]] int CompareNoCase(LPCSTR lpsz) const;
 
     // Parts of the text; what reaches beyond its ends is left out.
     [[nodiscard]] CString Mid(int nFirst) const;
@@ -45,15 +44,11 @@ class CString
     [[nodiscard]] CString Left(int nCount) const;
     [[nodiscard]] CString Right(int nCount) const;
 
-    // The position of the first (Find) or last (ReverseFind) match, -1 when there is none.
+    // The position of the first match, -1 when there is none.
     [[nodiscard]] int Find(char ch, int nStart = 0) const;
     [[nodiscard]] int Find(LPCSTR lpszSub, int nStart = 0) const;
-    [[nodiscard]] int ReverseFind(char ch) const;
-    // The position of the first character that is one of the set, -1 when there is none.
-    [[nodiscard]] int FindOneOf(LPCSTR lpszCharSet) const;
 
     // In the ANSI code page's own rules.
-    void MakeUpper();
     void MakeLower();
 
     // Take white space off an end.

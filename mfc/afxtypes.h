@@ -7,7 +7,7 @@
 // A position.
 struct CPoint : POINT
 {
-    // At the origin, or where it is told.
+    // At the origin, or at the given place.
     CPoint() : POINT{0, 0} {}
     CPoint(LONG initX, LONG initY) : POINT{initX, initY} {}
     CPoint(const POINT& point) : POINT(point) {} // NOLINT(google-explicit-constructor): it is the same record
@@ -16,7 +16,7 @@ struct CPoint : POINT
 // A width and a height.
 struct CSize : SIZE
 {
-    // Nothing, or as large as it is told.
+    // Empty, or of the given size.
     CSize() : SIZE{0, 0} {}
     CSize(LONG initCX, LONG initCY) : SIZE{initCX, initCY} {}
 };

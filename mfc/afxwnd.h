@@ -109,7 +109,7 @@ class CWnd : public CCmdTarget
     [[nodiscard]] int GetCheckedRadioButton(int nIDFirst, int nIDLast) const;
 
     // Runs DoDataExchange: from the members into the controls (FALSE), or back with validation. FALSE when a
-    // value was refused, which the user has then been told. The window's handlers see none of the
+    // value was refused, with a message to the user. The window's handlers see none of the
     // notifications that the exchange causes.
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
 

@@ -36,7 +36,7 @@ DWORD CVtnEventPropPage::Save()
 {
     m_settings.userName = static_cast<LPCSTR>(m_userName);
     m_settings.password = static_cast<LPCSTR>(m_password);
-    m_settings.Save(m_modified);
+    m_settings.Save(m_changes);
     return ERROR_SUCCESS;
 }
 
@@ -69,12 +69,11 @@ BOOL CVtnEventPropPage::OnInitDialog()
     for (const std::string& computer : m_settings.computers)
         m_list.AddString(computer.c_str());
     EnableControls();
-    m_modified = 0;
+    m_changes = 0;
     return TRUE;
 }
 
-// Data exchange has taken the fields over already; what counts here is what they accept. Whichever window is
-// named as their parent, the page, its owner or its sheet, nothing else comes of it.
+// Data exchange has taken the fields over already, so this only sets what they accept.
 void CVtnEventPropPage::FilterFields()
 {
     m_userEdit.SubclassFiltered(IDC_EVENT_USER, this, nameStyle, userNameChars);
@@ -105,13 +104,13 @@ void CVtnEventPropPage::OnNewNameChanged()
 void CVtnEventPropPage::OnUserChanged()
 {
     EnableControls();
-    m_modified |= EventDestinations::UserName;
+    m_changes |= UserNameChanged;
 }
 
 void CVtnEventPropPage::OnPasswordChanged()
 {
     EnableControls();
-    m_modified |= EventDestinations::Password;
+    m_changes |= PasswordChanged;
 }
 
 void CVtnEventPropPage::OnAdd()
@@ -153,5 +152,5 @@ void CVtnEventPropPage::KeepComputers()
         m_list.GetText(index, name);
         m_settings.computers.emplace_back(static_cast<LPCSTR>(name));
     }
-    m_modified |= EventDestinations::Computers;
+    m_changes |= ComputersChanged;
 }

@@ -14,7 +14,7 @@ class CVtnEventPropPage : public CVtnPropPage
   public:
     // Writes the parts that were changed; throws ConfigurationError.
     DWORD Save() override;
-    [[nodiscard]] bool IsChanged() const override { return m_modified != 0; }
+    [[nodiscard]] bool IsChanged() const override { return m_changes != 0; }
 
   protected:
     // Loads the settings; throws ConfigurationError.
@@ -51,5 +51,5 @@ class CVtnEventPropPage : public CVtnPropPage
     CString m_userName;
     CString m_password;
     EventDestinations m_settings;
-    DWORD m_modified = 0; // EventDestinations::Part
+    DWORD m_changes = 0; // of EventChange
 };

@@ -7,7 +7,7 @@
 
 BEGIN_MESSAGE_MAP(ProcMonPage, CVtnPropPage)
     ON_BN_CLICKED(IDC_PROCMON_ADD, &ProcMonPage::OnAdd)
-    // As it tells of its focus, the button calls a second click that follows quickly by another name.
+    // A button with BS_NOTIFY reports the second of two quick clicks as a double-click.
     ON_BN_DOUBLECLICKED(IDC_PROCMON_ADD, &ProcMonPage::OnAdd)
     ON_BN_CLICKED(IDC_PROCMON_DELETE, &ProcMonPage::OnDelete)
     ON_CONTROL_RANGE(BN_CLICKED, IDC_PROCMON_NONE, IDC_PROCMON_START_STOP, &ProcMonPage::OnOptionChanged)
@@ -35,7 +35,7 @@ void ProcMonPage::DoDataExchange(CDataExchange* pDX)
 BOOL ProcMonPage::OnInitDialog()
 {
     CVtnPropPage::OnInitDialog();
-    // The button tells when it loses the focus.
+    // For the notification of its loss of the focus.
     m_addButton.ModifyStyle(0, BS_NOTIFY);
     m_list.Load();
     m_keepActive = FALSE;
@@ -56,20 +56,20 @@ void ProcMonPage::OnAdd()
         m_list.FinishAdd(m_edit);
     else
         m_list.BeginAdd(m_edit);
-    m_modified |= listChanged;
+    m_isChanged = true;
     m_keepActive = TRUE;
 }
 
 void ProcMonPage::OnDelete()
 {
     m_list.DeleteCurrent();
-    m_modified |= listChanged;
+    m_isChanged = true;
 }
 
 void ProcMonPage::OnOptionChanged(UINT /*controlId*/)
 {
     m_list.ChangeOption();
-    m_modified |= listChanged;
+    m_isChanged = true;
 }
 
 void ProcMonPage::OnEditKillFocus()
@@ -91,6 +91,6 @@ void ProcMonPage::FinishAddWithoutFocus()
     if (!m_list.IsAdding())
         return;
     m_list.FinishAdd(m_edit);
-    m_modified |= listChanged;
+    m_isChanged = true;
     m_keepActive = FALSE;
 }

@@ -12,7 +12,7 @@ class ProcMonPage : public CVtnPropPage
     // Saves the list as the user sees it; throws ConfigurationError. For a page that was changed, so one that
     // has been shown.
     DWORD Save() override;
-    [[nodiscard]] bool IsChanged() const override { return (m_modified & listChanged) != 0; }
+    [[nodiscard]] bool IsChanged() const override { return m_isChanged; }
 
     BOOL OnKillActive() override;
 
@@ -30,8 +30,6 @@ class ProcMonPage : public CVtnPropPage
     DECLARE_MESSAGE_MAP()
 
   private:
-    static constexpr DWORD listChanged = 1;
-
     void FinishAddWithoutFocus();
 
     CButton m_addButton;
@@ -39,5 +37,5 @@ class ProcMonPage : public CVtnPropPage
     CButton m_deleteButton;
     ProcessList m_list{m_addButton, m_deleteButton};
     BOOL m_keepActive = FALSE; // the next attempt to leave the page finishes the typing of a name instead
-    DWORD m_modified = 0;
+    bool m_isChanged = false;
 };

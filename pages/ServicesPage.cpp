@@ -10,9 +10,7 @@
 
 namespace {
 
-constexpr WORD agentMoved = 0x1;
-
-// An item's data has 16 bits for the entry; further ones could not be told from those of the next group.
+// An item's data has 16 bits for the entry; a larger number would run into that of the group.
 constexpr std::size_t mostEntries = 0x10000;
 
 } // namespace
@@ -34,7 +32,7 @@ DWORD CVtnServicesPropPage::Save()
     // A partner that was switched along may still stand in the other list, so a service can have more active
     // agents than the Active list shows. It gets no more than that, on purpose: what is shown is what is
     // agreed to.
-    if ((m_changed & agentMoved) != 0)
+    if (m_isChanged)
         m_settings.Save(static_cast<std::size_t>(m_active.count));
     return ERROR_SUCCESS;
 }
@@ -55,7 +53,7 @@ BOOL CVtnServicesPropPage::OnInitDialog()
     CVtnPropPage::OnInitDialog();
     FillLists();
     UpdateControls();
-    m_changed = 0;
+    m_isChanged = false;
     return TRUE;
 }
 
@@ -107,7 +105,7 @@ void CVtnServicesPropPage::FitScrolling(Side& side) const
     int longest = 0;
     for (int i = 0; i < side.count; ++i)
         longest = std::max(longest, meter.WidthOf(EntryAt(side.list.GetItemData(i)).displayName));
-    // A list leaves a little room before its texts; behind the longest one it shall look the same.
+    // As much room behind the longest text as a list leaves before its texts.
     side.list.SetHorizontalExtent(longest + 2 * GetSystemMetrics(SM_CXEDGE));
 }
 
@@ -137,7 +135,7 @@ void CVtnServicesPropPage::Move(Side& from, Side& to, bool active)
     FitScrolling(to);
     // The partner's own item stays where it is, on purpose: the user moves it, if at all.
     m_settings.groups[HIWORD(place)].SetActive(LOWORD(place), active);
-    m_changed |= agentMoved;
+    m_isChanged = true;
     UpdateControls();
 }
 

@@ -14,7 +14,7 @@ class CVtnServicesPropPage : public CVtnPropPage
 
     // Does nothing unless an agent was moved, even if it was moved back.
     DWORD Save() override;
-    [[nodiscard]] bool IsChanged() const override { return m_changed != 0; }
+    [[nodiscard]] bool IsChanged() const override { return m_isChanged; }
 
   protected:
     void DoDataExchange(CDataExchange* pDX) override;
@@ -55,5 +55,5 @@ class CVtnServicesPropPage : public CVtnPropPage
     Side m_active;
     Side m_inactive;
     ServicesSettings m_settings;
-    WORD m_changed = 0; // bit 0: an agent was moved
+    bool m_isChanged = false; // an agent was moved
 };

@@ -14,15 +14,12 @@ constexpr int serverRoleLimit = 64; // bytes
 } // namespace
 
 BEGIN_MESSAGE_MAP(CVtnSnmpPropPage, CVtnPropPage)
-    ON_BN_CLICKED(IDC_SNMP_SETS, &CVtnSnmpPropPage::OnSnmpSets)
-    ON_BN_CLICKED(IDC_SNMP_EXCEPTION_TRAP, &CVtnSnmpPropPage::OnExceptionTrap)
-    ON_BN_CLICKED(IDC_SNMP_REMOTE_REBOOT, &CVtnSnmpPropPage::OnRemoteReboot)
-    ON_CBN_SELCHANGE(IDC_SNMP_INTERVAL, &CVtnSnmpPropPage::OnInterval)
     ON_BN_CLICKED(IDC_SNMP_TEST_TRAP, &CVtnSnmpPropPage::OnTestTrap)
-    ON_BN_CLICKED(IDC_SNMP_DISABLE_TELNET, &CVtnSnmpPropPage::OnTelnet)
     ON_BN_CLICKED(IDC_SNMP_CLEAR_THRESHOLDS, &CVtnSnmpPropPage::OnClearThresholds)
-    ON_BN_CLICKED(IDC_SNMP_DISABLE_RACK_TRAPS, &CVtnSnmpPropPage::OnRackTraps)
+    ON_BN_CLICKED(IDC_SNMP_EXCEPTION_TRAP, &CVtnSnmpPropPage::OnExceptionTrap)
+    ON_CBN_SELCHANGE(IDC_SNMP_INTERVAL, &CVtnSnmpPropPage::OnInterval)
     ON_EN_CHANGE(IDC_SNMP_SERVER_ROLE, &CVtnSnmpPropPage::OnServerRole)
+    ON_CONTROL_RANGE(BN_CLICKED, IDC_FIRST, IDC_LAST, &CVtnSnmpPropPage::OnFlagClicked)
 END_MESSAGE_MAP()
 
 CVtnSnmpPropPage::CVtnSnmpPropPage() : CVtnPropPage(IDD_SNMP, "html\\vtnm7usw.htm")
@@ -46,10 +43,8 @@ void CVtnSnmpPropPage::DoDataExchange(CDataExchange* pDX)
     DDX_Control(pDX, IDC_SNMP_DISABLE_RACK_TRAPS, m_rackTrapsBox);
     DDX_Check(pDX, IDC_SNMP_EXCEPTION_TRAP, m_settings.exceptionTrap);
     DDX_CBIndex(pDX, IDC_SNMP_INTERVAL, m_settings.intervalIndex);
-    DDX_Check(pDX, IDC_SNMP_REMOTE_REBOOT, m_settings.remoteReboot);
-    DDX_Check(pDX, IDC_SNMP_SETS, m_settings.setsEnabled);
-    DDX_Check(pDX, IDC_SNMP_DISABLE_TELNET, m_settings.telnetDisabled);
-    DDX_Check(pDX, IDC_SNMP_DISABLE_RACK_TRAPS, m_settings.rackTrapsDisabled);
+    for (const SnmpFlag& flag : snmpFlags)
+        DDX_Check(pDX, flag.controlId, m_settings.*flag.setting);
     DDX_Control(pDX, IDC_SNMP_SERVER_ROLE, m_serverRoleEdit);
     ExchangeServerRole(pDX);
 }
@@ -67,32 +62,56 @@ void CVtnSnmpPropPage::ExchangeServerRole(CDataExchange* pDX)
 
 BOOL CVtnSnmpPropPage::OnInitDialog()
 {
-    CVtnPropPage::OnInitDialog();
     FillIntervals();
-    OnSnmpSets();
+    CVtnPropPage::OnInitDialog();
     m_serverRoleEdit.SubclassFiltered(IDC_SNMP_SERVER_ROLE, this, CC_ANY, "");
-    m_rackTrapsBox.EnableWindow(m_settings.hasRackSupport);
-    m_testTrapButton.EnableWindow(CanSendTestTrap());
+    m_canSendTestTrap = CanSendTestTrap();
+    // A stored reboot without sets is shown as off, but is no edit of the user's.
+    UncheckRebootWithoutSets();
+    UpdateControls();
     m_changes = 0;
     return TRUE;
 }
 
+// Before the first data exchange, which selects a line.
 void CVtnSnmpPropPage::FillIntervals()
 {
-    for (const CollectionInterval& interval : collectionIntervals)
-        m_intervals.AddString(LoadText(interval.textId));
-    m_intervals.SetCurSel(m_settings.intervalIndex);
+    CWnd* const list = GetDlgItem(IDC_SNMP_INTERVAL);
+    for (const CollectionInterval& interval : collectionIntervals) {
+        const CString text = LoadText(interval.textId);
+        list->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(static_cast<LPCSTR>(text)));
+    }
 }
 
-void CVtnSnmpPropPage::OnSnmpSets()
+bool CVtnSnmpPropPage::AreSetsChecked() const
 {
-    const bool areEnabled = m_snmpSetsBox.GetCheck() == BST_CHECKED;
-    if (!areEnabled && m_remoteRebootBox.GetCheck() == BST_CHECKED) {
-        m_remoteRebootBox.SetCheck(BST_UNCHECKED);
-        m_changes |= RemoteRebootChanged;
+    return m_snmpSetsBox.GetCheck() == BST_CHECKED;
+}
+
+bool CVtnSnmpPropPage::UncheckRebootWithoutSets()
+{
+    if (AreSetsChecked() || m_remoteRebootBox.GetCheck() != BST_CHECKED)
+        return false;
+    m_remoteRebootBox.SetCheck(BST_UNCHECKED);
+    return true;
+}
+
+void CVtnSnmpPropPage::UpdateControls()
+{
+    m_remoteRebootBox.EnableWindow(AreSetsChecked());
+    m_rackTrapsBox.EnableWindow(m_settings.hasRackSupport);
+    m_testTrapButton.EnableWindow(m_canSendTestTrap);
+}
+
+void CVtnSnmpPropPage::OnFlagClicked(UINT controlId)
+{
+    for (const SnmpFlag& flag : snmpFlags) {
+        if (flag.controlId == static_cast<int>(controlId))
+            m_changes |= flag.change;
     }
-    m_remoteRebootBox.EnableWindow(areEnabled);
-    m_changes |= SetsChanged;
+    if (UncheckRebootWithoutSets())
+        m_changes |= RemoteRebootChanged;
+    UpdateControls();
 }
 
 void CVtnSnmpPropPage::OnTestTrap()

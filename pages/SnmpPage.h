@@ -23,12 +23,9 @@ class CVtnSnmpPropPage : public CVtnPropPage
     BOOL OnInitDialog() override;
 
     afx_msg void OnInterval() { m_changes |= IntervalChanged; }
-    // Remote reboot works through SNMP sets: without them it is unchecked and cannot be checked.
-    afx_msg void OnSnmpSets();
-    afx_msg void OnRemoteReboot() { m_changes |= RemoteRebootChanged; }
     afx_msg void OnExceptionTrap() { m_changes |= ExceptionTrapChanged; }
-    afx_msg void OnTelnet() { m_changes |= TelnetChanged; }
-    afx_msg void OnRackTraps() { m_changes |= RackTrapsChanged; }
+    // For the boxes of snmpFlags.
+    afx_msg void OnFlagClicked(UINT controlId);
     afx_msg void OnServerRole() { SetModified(TRUE); }
     afx_msg void OnTestTrap();
     afx_msg void OnClearThresholds();
@@ -38,6 +35,12 @@ class CVtnSnmpPropPage : public CVtnPropPage
   private:
     void ExchangeServerRole(CDataExchange* pDX);
     void FillIntervals();
+    [[nodiscard]] bool AreSetsChecked() const;
+    // Remote reboot works through SNMP sets: without them it is unchecked, and cannot be checked. True when
+    // it was checked.
+    bool UncheckRebootWithoutSets();
+    // Enables and disables the controls; nothing else does.
+    void UpdateControls();
     void ReportThresholds(bool areCleared) const;
 
     CButton m_testTrapButton;
@@ -48,5 +51,6 @@ class CVtnSnmpPropPage : public CVtnPropPage
     CParsedEdit m_serverRoleEdit;
 
     SnmpSettings m_settings;
-    DWORD m_changes = 0;
+    bool m_canSendTestTrap = false; // when the page was opened
+    DWORD m_changes = 0;            // of SnmpChange
 };

@@ -4,8 +4,7 @@
 #include "resources/resource.h"
 
 BEGIN_MESSAGE_MAP(CVtnStoragePropPage, CVtnPropPage)
-    ON_CONTROL_RANGE(BN_CLICKED, IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_PERFORMANCE,
-                     &CVtnStoragePropPage::OnBoxClicked)
+    ON_CONTROL_RANGE(BN_CLICKED, IDC_FIRST, IDC_LAST, &CVtnStoragePropPage::OnBoxClicked)
 END_MESSAGE_MAP()
 
 CVtnStoragePropPage::CVtnStoragePropPage() : CVtnPropPage(IDD_STORAGE, "html\\vtnm7wh1.htm")
@@ -22,25 +21,25 @@ DWORD CVtnStoragePropPage::Save()
 void CVtnStoragePropPage::DoDataExchange(CDataExchange* pDX)
 {
     CVtnPropPage::DoDataExchange(pDX);
-    for (std::size_t i = 0; i < storageFeatureCount; ++i)
+    for (std::size_t i = 0; i < storageFeatures.size(); ++i)
         DDX_Control(pDX, static_cast<int>(storageFeatures[i].controlId), m_boxes[i]);
-    for (std::size_t i = 0; i < storageFeatureCount; ++i)
+    for (std::size_t i = 0; i < storageFeatures.size(); ++i)
         DDX_Check(pDX, static_cast<int>(storageFeatures[i].controlId), m_settings.disabled[i]);
 }
 
 BOOL CVtnStoragePropPage::OnInitDialog()
 {
     CVtnPropPage::OnInitDialog();
-    m_modified = 0;
+    m_isChanged = false;
     return TRUE;
 }
 
 void CVtnStoragePropPage::OnBoxClicked(UINT controlId)
 {
-    for (std::size_t i = 0; i < storageFeatureCount; ++i) {
+    for (std::size_t i = 0; i < storageFeatures.size(); ++i) {
         if (storageFeatures[i].controlId != controlId)
             continue;
         m_settings.disabled[i] = m_boxes[i].GetCheck();
-        m_modified = 1;
+        m_isChanged = true;
     }
 }

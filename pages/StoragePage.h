@@ -13,7 +13,7 @@ class CVtnStoragePropPage : public CVtnPropPage
     CVtnStoragePropPage();
 
     DWORD Save() override;
-    [[nodiscard]] bool IsChanged() const override { return m_modified != 0; }
+    [[nodiscard]] bool IsChanged() const override { return m_isChanged; }
 
   protected:
     void DoDataExchange(CDataExchange* pDX) override;
@@ -22,10 +22,10 @@ class CVtnStoragePropPage : public CVtnPropPage
     DECLARE_MESSAGE_MAP()
 
   private:
-    // Takes the clicked box's state over.
+    // Takes over the state of the clicked box.
     void OnBoxClicked(UINT controlId);
 
-    std::array<CButton, storageFeatureCount> m_boxes;
+    std::array<CButton, storageFeatures.size()> m_boxes;
     StorageSettings m_settings;
-    DWORD m_modified = 0;
+    bool m_isChanged = false;
 };

@@ -7,6 +7,10 @@
 #define IDC_STATIC (-1)
 #endif
 
+// Controls have numbers in this range: below it are the system's buttons, above it commands.
+#define IDC_FIRST 1000
+#define IDC_LAST 0x7FFF
+
 // The applet's icon.
 #define IDI_APPLET 1
 
@@ -53,14 +57,14 @@
 #define IDC_SNMP_SERVER_ROLE 1061
 
 // Desktop Mgmt page
-#define IDD_CLIENT 133
-#define IDC_CLIENT_GROUP 1008
-#define IDC_CLIENT_SCRIPT_LABEL 1010
-#define IDC_CLIENT_SCRIPT 1011
-#define IDC_CLIENT_BROWSE 1012
-#define IDC_CLIENT_ENABLE 1013
-#define IDC_CLIENT_SCRIPT_NOTE 1032
-#define IDC_CLIENT_DIRECTORY_NOTE 1033
+#define IDD_DESKTOP 133
+#define IDC_DESKTOP_GROUP 1008
+#define IDC_DESKTOP_SCRIPT_LABEL 1010
+#define IDC_DESKTOP_SCRIPT 1011
+#define IDC_DESKTOP_BROWSE 1012
+#define IDC_DESKTOP_ENABLE 1013
+#define IDC_DESKTOP_SCRIPT_NOTE 1032
+#define IDC_DESKTOP_DIRECTORY_NOTE 1033
 
 // Remote Lumora page
 #define IDD_BOARD 135

@@ -4,6 +4,7 @@
 
 BUILT="$ROOT/build/win64"
 WINDOWS="$WINEPREFIX/drive_c/windows"
+AGENTS="$WINDOWS/system32/vtnmgmt"
 # Programs of the machine itself, which no page knows of.
 TOOLS="$WINEPREFIX/drive_c/norvale"
 
@@ -14,13 +15,23 @@ put() {
 
 # Every file, on every run: what was built since then is what the machine shall have.
 put_files() {
-  local agents="$WINDOWS/system32/vtnmgmt"
+  put_product
+  put_agents
+}
+
+put_product() {
   put "$BUILT/vtnmgmt.cpl" "$WINDOWS/system32/vtnmgmt.cpl"
   put "$BUILT/vthstutl.dll" "$WINDOWS/system32/vthstutl.dll"
+  put "$BUILT/vtnmgmt.chm" "$AGENTS/vtmghost/vtnmgmt.chm"
+  put "$BUILT/vtnmgmt_jpn.chm" "$AGENTS/vtmghost/vtnmgmt_jpn.chm"
+}
+
+# What stands in for the agents, and the machine's own programs.
+put_agents() {
   put "$BUILT/demo/RB4USER.DLL" "$WINDOWS/system32/RB4USER.DLL"
   put "$BUILT/demo/shares/netapi32.dll" "$WINDOWS/system32/netapi32.dll"
-  put "$BUILT/demo/VTNMHOST.DLL" "$agents/vtmghost/VTNMHOST.DLL"
-  put "$BUILT/demo/VTNCLNT.EXE" "$agents/VTNCLNT.EXE"
+  put "$BUILT/demo/VTNMHOST.DLL" "$AGENTS/vtmghost/VTNMHOST.DLL"
+  put "$BUILT/demo/VTNCLNT.EXE" "$AGENTS/VTNCLNT.EXE"
   put "$BUILT/demo/AgentService.exe" "$TOOLS/AgentService.exe"
   put "$BUILT/demo/ControlPanel.exe" "$TOOLS/ControlPanel.exe"
   put "$BUILT/demo/Machine.exe" "$TOOLS/Machine.exe"

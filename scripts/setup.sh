@@ -1,16 +1,18 @@
 # shellcheck shell=bash
 # Installs what is missing on a fresh Debian 12 and builds. Sourced by run, test and bench, after lib.sh.
 
-# The Debian packages, in one place: to build, to run and take pictures, for a Japanese system, to check sources.
-BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
+# The Debian packages, in one place: to build, to run and take pictures, for a Japanese system, to make the installation
+# package, to check sources.
+BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest python3 fp-utils)
 RUN_PACKAGES=(wine wine64 fonts-wine fonts-liberation xvfb x11-utils imagemagick)
 JAPANESE_PACKAGES=(locales fonts-vlgothic)
-CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen shellcheck)
+PACKAGE_PACKAGES=(wixl msitools faketime osslsigncode zip)
+CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen libchm-bin shellcheck)
 NATIVE_PACKAGES=(g++)
 COVERAGE_PACKAGES=(gcovr)
 FLEET_PACKAGES=(ansible-core ansible-lint python3)
 
-# set_up_for_run, set_up_for_run_in_japanese, set_up_for_test: what each of these needs, and no more.
+# set_up_for_run, set_up_for_run_in_japanese, set_up_for_package, set_up_for_test: what each of these needs, and no more.
 set_up_for_run() {
   ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}"
 }
@@ -20,9 +22,13 @@ set_up_for_run_in_japanese() {
   ensure_japanese
 }
 
+set_up_for_package() {
+  ensure_packages "${BUILD_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}"
+}
+
 set_up_for_test() {
   ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${JAPANESE_PACKAGES[@]}" "${CHECK_PACKAGES[@]}" \
-    "${NATIVE_PACKAGES[@]}"
+    "${NATIVE_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}" openssl
   ensure_japanese
 }
 

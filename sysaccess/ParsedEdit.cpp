@@ -63,13 +63,9 @@ WORD CParsedEdit::ClassOf(UINT character) const
     return IsListed(character) ? static_cast<WORD>(kind | CC_LISTED) : kind;
 }
 
-// A character that takes two bytes is in no field's list.
+// Every field's list is of ASCII characters, whose Unicode numbers are their codes.
 bool CParsedEdit::IsListed(UINT character) const
 {
-    const auto unicode = static_cast<wchar_t>(character);
-    char code = 0;
-    if (WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, &unicode, 1, &code, 1, nullptr, nullptr) != 1)
-        return false;
     const std::string_view listed(m_extraChars, static_cast<std::size_t>(m_extraChars.GetLength()));
-    return listed.find(code) != std::string_view::npos;
+    return character < 0x80 && listed.find(static_cast<char>(character)) != std::string_view::npos;
 }

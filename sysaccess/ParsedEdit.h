@@ -28,7 +28,7 @@ class CParsedEdit : public CEdit
     // control that the object holds already.
     BOOL SubclassFiltered(UINT controlId, CWnd* parent, WORD style, LPCSTR extraChars);
 
-    // A key was refused: tells the parent, and the user unless the parent does not want that.
+    // A key was refused: notifies the parent, and beeps unless the parent does not want that.
     virtual void RejectKey();
 
   protected:

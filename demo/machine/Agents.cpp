@@ -4,6 +4,7 @@
 #include "../service/Behaviour.h"
 #include "../support/Registry.h"
 #include "../support/Services.h"
+#include "sysaccess/core/AgentNames.h"
 
 #include <string>
 #include <vector>
@@ -23,21 +24,23 @@ struct MachineService
 const std::vector<MachineService>& Services()
 {
     static const std::vector<MachineService> services = {
-        {{"SNMP", "SNMP Service", {}}, {.startDelay = 300, .stopDelay = 300, .waitHint = 500}},
-        {{"VtMgServ", "Norvale Server Agents", {"SNMP"}},
+        {{snmpServiceName, "SNMP Service", {}}, {.startDelay = 300, .stopDelay = 300, .waitHint = 500}},
+        {{serverServiceName, "Norvale Server Agents", {snmpServiceName}},
          {.startDelay = 200, .stopDelay = 400, .waitHint = 500}},
-        {{"VtMgStor", "Norvale Storage Agents", {"SNMP"}},
+        {{storageServiceName, "Norvale Storage Agents", {snmpServiceName}},
          {.startDelay = 200, .stopDelay = 400, .waitHint = 500}},
-        {{"VTNNicMgmt", "Norvale NIC Agents", {"SNMP"}},
+        {{nicServiceName, "Norvale NIC Agents", {snmpServiceName}},
          {.startDelay = 200, .stopDelay = 200, .waitHint = 500}},
-        {{"VtMgHost", "Norvale Host Agents", {"VtMgServ", "VtMgStor", "VTNNicMgmt", "SNMP"}},
+        {{hostServiceName,
+          "Norvale Host Agents",
+          {serverServiceName, storageServiceName, nicServiceName, snmpServiceName}},
          {.startDelay = 1200,
           .startSteps = 3,
           .stopDelay = 1500,
           .stopSteps = 2,
           .waitHint = 600,
-          .readyMutex = "VtnHostAlerterInited"}},
-        {{"VtnWebWmi", "Norvale Web Management Agent", {}},
+          .readyMutex = alerterMutex}},
+        {{webAgentServiceName, "Norvale Web Management Agent", {}},
          {.startDelay = 300, .stopDelay = 300, .waitHint = 500}},
     };
     return services;
@@ -60,8 +63,8 @@ struct AgentGroup
 
 // One of the active names is spelled in another letter case than its key, and one has no key any more.
 const AgentGroup hostAgents = {
-    "VtMgHost",
-    "VTNSNMP",
+    hostServiceName,
+    snmpSubkey,
     {"vtnmhost", "VTNPERF", "VTNPROC", "VTNALERT", "VTNGONE"},
     {{"VTNMHOST", "Host Information Agent"},
      {"VTNPERF", "Operating System Performance Agent"},
@@ -69,22 +72,22 @@ const AgentGroup hostAgents = {
      {"VTNALERT", "Remote Alerter Agent"},
      {"VTNSWINV", "Software Inventory Agent"},
      {"VTNTHRSH", nullptr}},
-    {"VTNUPS", "SECURITY", "AppTrap", "LINKAGE", "Enum"},
+    {upsSubAgent, "SECURITY", "AppTrap", "LINKAGE", "Enum"},
 };
 const AgentGroup serverAgents = {
-    "VtMgServ",
-    "VTNSNMP",
+    serverServiceName,
+    snmpSubkey,
     {"VTNHEALTH", "VTNSTDEQ", "VTNRLMB"},
     {{"VTNHEALTH", "Server Health Agent"},
      {"VTNSTDEQ", "Standard Equipment Agent"},
      {"VTNRLMB", "Remote Lumora Agent"},
-     {"VTNRACK", "Rack Infrastructure Agent"},
+     {rackSubAgent, "Rack Infrastructure Agent"},
      {"VTNPOWER", nullptr}},
     {"Security", "linkage"},
 };
 const AgentGroup storageAgents = {
-    "VtMgStor",
-    "VTNSNMP",
+    storageServiceName,
+    snmpSubkey,
     {"VTNFCA", "VTNMIDA", "VTNSAS"},
     {{"VTNFCA", "Fibre Array Agent"},
      {"VTNMIDA", "Quenta Array Agent"},
@@ -95,34 +98,34 @@ const AgentGroup storageAgents = {
 };
 // The last two are one agent in two parts, switched together.
 const AgentGroup nicAgents = {
-    "VTNNicMgmt",
-    "VTNNISNMP",
-    {"VTNMNIC", "VTNNICS"},
-    {{"VTNVLAN", "VLAN Agent"}, {"VTNMNIC", "NIC Management Agent"}, {"VTNNICS", "NIC SNMP Agent"}},
+    nicServiceName,
+    nicSnmpSubkey,
+    {nicSubAgent, nicSecondSubAgent},
+    {{"VTNVLAN", "VLAN Agent"}, {nicSubAgent, "NIC Management Agent"}, {nicSecondSubAgent, "NIC SNMP Agent"}},
     {"Linkage"},
 };
 
 std::string ServiceKey(const AgentGroup& group)
 {
-    return std::string("SYSTEM\\CurrentControlSet\\Services\\") + group.service;
+    return servicesKey + ("\\" + std::string(group.service));
 }
 
 void MakeGroup(const AgentGroup& group)
 {
     constexpr DWORD twoMinutes = 120'000;
     const std::string service = ServiceKey(group) + '\\';
-    Key::Create(service + "Parameters").SetStrings("SubServices", group.subServices);
+    Key::Create(service + parametersSubkey).SetStrings(subServicesValue, group.subServices);
     for (const auto* key : group.otherKeys)
         (void)Key::Create(service + key);
 
     auto snmp = Key::Create(service + group.snmpKey);
-    snmp.SetDword("SetsEnabled", 1);
-    snmp.SetDword("Timeout", twoMinutes);
+    snmp.SetDword(setsEnabledValue, 1);
+    snmp.SetDword(timeoutValue, twoMinutes);
     for (const auto& agent : group.subAgents) {
         auto key = Key::Create(service + agent.key);
-        key.SetDword("Timeout", twoMinutes);
+        key.SetDword(timeoutValue, twoMinutes);
         if (agent.displayName != nullptr)
-            key.SetString("DisplayName", agent.displayName);
+            key.SetString(displayNameValue, agent.displayName);
     }
 }
 
@@ -130,7 +133,7 @@ void MakeGroup(const AgentGroup& group)
 void GivePowerAgentAnExpandedName()
 {
     Key::Create(ServiceKey(serverAgents) + "\\VTNPOWER")
-        .SetExpandString("DisplayName", "%ProductFamily% Power Agent");
+        .SetExpandString(displayNameValue, "%ProductFamily% Power Agent");
 }
 
 } // namespace

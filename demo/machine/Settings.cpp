@@ -3,6 +3,7 @@
 
 #include "../support/Error.h"
 #include "../support/Registry.h"
+#include "sysaccess/core/AgentNames.h"
 
 #include <array>
 #include <filesystem>
@@ -12,8 +13,6 @@
 namespace demo {
 
 namespace {
-
-const std::string services = "SYSTEM\\CurrentControlSet\\Services\\";
 
 // As the agents keep a password: each byte combined with its place, counted from 32.
 std::string Scrambled(std::string password)
@@ -27,28 +26,27 @@ std::string Scrambled(std::string password)
 void MakeHostAgentSettings()
 {
     using namespace std::string_literals;
-    Key::Create(services + "VtMgHost\\VTNMHOST").SetDword("HostFlags", 0);
-    auto parameters = Key::Create(services + "VtMgHost\\Parameters");
+    Key::Create(hostAgentKey).SetDword(hostFlagsValue, 0);
+    auto parameters = Key::Create(hostParametersKey);
     // For each process a byte, what to report (1 start, 2 stop, 3 both, 0x80 added by hand), and its name.
-    parameters.SetBinary("ProcMon", "\x03services.exe\0\x02rpcss.exe\0\x83nvbackup.exe\0"s);
-    parameters.SetStrings("Destination", {"OPERATIONS", "STANDBY"});
-    parameters.SetString("DestinationUsername", "nvevents");
-    parameters.SetBinary("DestinationPassword", Scrambled("lumora") + '\0');
+    parameters.SetBinary(processesValue, "\x03services.exe\0\x02rpcss.exe\0\x83nvbackup.exe\0"s);
+    parameters.SetStrings(computersValue, {"OPERATIONS", "STANDBY"});
+    parameters.SetString(userNameValue, "nvevents");
+    parameters.SetBinary(passwordValue, Scrambled("lumora") + '\0');
 }
 
 void MakeStorageSettings()
 {
-    Key::Create(services + "VtMgStor\\VTNFCA").SetDword("DisableFlags", 0);
-    Key::Create(services + "VtMgStor\\VTNMIDA").SetDword("DisableFlags", 2);
-    Key::Create(services + "VtMgStor\\VTNSAS").SetDword("DisableFlags", 0);
+    Key::Create(fibreAgentKey).SetDword(disableFlagsValue, 0);
+    Key::Create(arrayAgentKey).SetDword(disableFlagsValue, 2);
+    Key::Create(sasAgentKey).SetDword(disableFlagsValue, 0);
 }
 
 // The system has its own debugger; the agents' one is parked.
 void MakeDebuggers()
 {
-    Key::Create("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug")
-        .SetString("Debugger", "drwtsn32 -p %ld -e %ld -g");
-    Key::Create(services + "VtMgHost\\AppTrap").SetString("Debugger", "vtndbg -p %ld -e %ld -g");
+    Key::Create(activeDebuggerKey).SetString(debuggerValue, "drwtsn32 -p %ld -e %ld -g");
+    Key::Create(parkedDebuggerKey).SetString(debuggerValue, "vtndbg -p %ld -e %ld -g");
 }
 
 void MakeThresholds()
@@ -60,8 +58,7 @@ void MakeThresholds()
         threshold.SetDword("Rising", 90);
         threshold.SetDword("Falling", 75);
     }
-    Key::Create("SYSTEM\\VortanHost\\Host\\Component\\GenericTrap")
-        .SetBinary("TrapData", std::string(16, '\0'));
+    Key::Create(trapKey).SetBinary(trapDataValue, std::string(16, '\0'));
 }
 
 void MakeBoard()
@@ -90,24 +87,24 @@ void MakeLoginScript(const std::filesystem::path& directory)
 
 void ShareScripts(const std::filesystem::path& directory)
 {
-    Key::Create(services + "LanmanServer\\Shares")
+    Key::Create(servicesKey + std::string("\\LanmanServer\\Shares"))
         .SetStrings("NETLOGON",
                     {"CSCFlags=0", "MaxUses=4294967295", "Path=" + directory.string(), "Permissions=127",
                      "Remark=Logon server share", "ShareName=NETLOGON", "Type=0"});
-    Key::Create(services + "LanmanServer\\Parameters").SetStrings("NullSessionShares", {"COMCFG", "DFS$"});
+    Key::Create(fileServerKey).SetStrings(nullSessionSharesValue, {"COMCFG", "DFS$"});
 }
 
 } // namespace
 
 void SetServerKind(ServerKind kind)
 {
-    Key::Create("SYSTEM\\CurrentControlSet\\Control\\ProductOptions")
-        .SetString("ProductType", kind == ServerKind::DomainController ? "LanmanNT" : "ServerNT");
+    Key::Create(productOptionsKey)
+        .SetString(productTypeValue, kind == ServerKind::DomainController ? "LanmanNT" : "ServerNT");
 }
 
 void MakeSettings()
 {
-    Key::Create("SOFTWARE\\Vortan Lumora Agent").SetString("ServerRole", "Domain controller, building 2");
+    Key::Create(productKey).SetString(serverRoleValue, "Domain controller, building 2");
     MakeHostAgentSettings();
     MakeStorageSettings();
     MakeDebuggers();

@@ -1,5 +1,5 @@
-// Sheet.exe: finds the applet's sheet and turns its pages from outside, as the scripts need it for their
-// pictures.
+// Sheet.exe: finds the applet's sheet, turns its pages and asks for help from outside, as the scripts need it
+// for their pictures and tests.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -14,10 +14,12 @@
 
 namespace {
 
-constexpr const char* usage = "usage: Sheet wait    waits for the sheet, prints its place: WxH+X+Y\n"
-                              "       Sheet pages   prints how many pages it has\n"
-                              "       Sheet page N  shows page N, counted from 0, and prints its name\n"
-                              "       Sheet close   presses Cancel and waits for the sheet to be gone\n";
+constexpr const char* usage =
+    "usage: Sheet wait    waits for the sheet, prints its place: WxH+X+Y\n"
+    "       Sheet pages   prints how many pages it has\n"
+    "       Sheet page N  shows page N, counted from 0, and prints its name\n"
+    "       Sheet help    presses F1, prints the title of the help window, and closes it\n"
+    "       Sheet close   presses Cancel and waits for the sheet to be gone\n";
 constexpr ULONGLONG limit = 60'000; // milliseconds
 constexpr DWORD pollInterval = 50;  // milliseconds
 
@@ -126,6 +128,26 @@ int ShowPage(const std::string& number)
     return EXIT_SUCCESS;
 }
 
+HWND FindHelp()
+{
+    const HWND window = FindWindowA("HH Parent", nullptr);
+    return window != nullptr && IsWindowVisible(window) != FALSE ? window : nullptr;
+}
+
+int ShowHelp()
+{
+    const HWND page = reinterpret_cast<HWND>(Ask(RequireSheet(), PSM_GETCURRENTPAGEHWND));
+    PostMessageA(page, WM_KEYDOWN, VK_F1, 1);
+    WaitUntil([] { return FindHelp() != nullptr; }, "the help window");
+    const HWND help = FindHelp();
+    std::array<char, 256> title{};
+    GetWindowTextA(help, title.data(), static_cast<int>(title.size()));
+    std::puts(title.data());
+    PostMessageA(help, WM_CLOSE, 0, 0);
+    WaitUntil([] { return FindHelp() == nullptr; }, "the end of the help window");
+    return EXIT_SUCCESS;
+}
+
 int Close()
 {
     const HWND sheet = RequireSheet();
@@ -143,6 +165,8 @@ int Do(const std::vector<std::string>& arguments)
         return CountPages();
     if (verb == "page" && arguments.size() == 2)
         return ShowPage(arguments[1]);
+    if (verb == "help" && arguments.size() == 1)
+        return ShowHelp();
     if (verb == "close" && arguments.size() == 1)
         return Close();
     std::fputs(usage, stderr);

@@ -1,9 +1,13 @@
 // Loads and saves desktop management: the order of the steps, and the text of each that fails.
 #include "desktop/core/DesktopManagement.h"
 
+#include "desktop/core/ClientFiles.h"
 #include "desktop/core/DiscoveryShare.h"
 #include "desktop/core/LoginScript.h"
 #include "desktop/core/LoginScriptLocation.h"
+#include "desktop/core/NullSessionShares.h"
+#include "sysaccess/core/AgentNames.h"
+#include "sysaccess/core/ComputerName.h"
 #include "sysaccess/core/RegistryKey.h"
 
 namespace {
@@ -18,7 +22,7 @@ void Require(bool isDone, ConfigurationError failure)
 
 void DesktopManagement::Load()
 {
-    CRegistryKey(HKEY_LOCAL_MACHINE, clientAgentKey).GetString(clientIniValue, scriptPath, REG_SZ, 0);
+    CRegistryKey(HKEY_LOCAL_MACHINE, hostAgentKey).GetString(clientIniValue, scriptPath, REG_SZ, 0);
     if (!scriptPath.empty()) {
         scriptDirectory = DirectoryOf(scriptPath);
         return;
@@ -30,7 +34,7 @@ void DesktopManagement::Load()
 bool DesktopManagement::IsRecorded()
 try {
     std::string path;
-    CRegistryKey agent(HKEY_LOCAL_MACHINE, clientAgentKey);
+    CRegistryKey agent(HKEY_LOCAL_MACHINE, hostAgentKey);
     return agent.GetString(clientIniValue, path, REG_SZ, 0) == ERROR_SUCCESS;
 } catch (ConfigurationError) {
     return true;
@@ -38,9 +42,9 @@ try {
 
 void DesktopManagement::Save(DWORD changes) const
 {
-    if ((changes & DESKTOP_SCRIPT) != 0)
+    if ((changes & ScriptChanged) != 0)
         SaveScript();
-    if ((changes & DESKTOP_SWITCHED) == 0)
+    if ((changes & SwitchChanged) == 0)
         return;
     if (isOn)
         SwitchOn();
@@ -52,11 +56,11 @@ void DesktopManagement::SaveScript() const
 {
     if (IsBatchFile(scriptPath)) {
         const std::string computer = ComputerName();
-        // The lines to remove and to insert bear it.
+        // It stands in the lines that are removed and inserted.
         Require(!computer.empty(), IDS_SCRIPT_UPDATE_FAILED);
         UpdateLoginScript(scriptPath, computer, isOn);
     }
-    CRegistryKey agent(HKEY_LOCAL_MACHINE, clientAgentKey);
+    CRegistryKey agent(HKEY_LOCAL_MACHINE, hostAgentKey);
     if (isOn)
         agent.SetString(clientIniValue, scriptPath);
     else
@@ -67,7 +71,7 @@ void DesktopManagement::SwitchOn() const
 {
     Require(InstallClient(scriptDirectory), IDS_CLIENT_COPY_FAILED);
     Require(AddDiscoveryShare(), IDS_SHARE_ADD_FAILED);
-    Require(TellClientsOfShare(scriptDirectory), IDS_CLIENT_PROFILE_FAILED);
+    Require(WriteReportPath(scriptDirectory), IDS_CLIENT_PROFILE_FAILED);
     OpenShareToAnonymous();
 }
 
@@ -75,6 +79,6 @@ void DesktopManagement::SwitchOff() const
 {
     Require(RemoveClient(scriptDirectory), IDS_CLIENT_DELETE_FAILED);
     Require(DeleteDiscoveryShare(), IDS_SHARE_DELETE_FAILED);
-    StopTellingClients(scriptDirectory);
+    RemoveReportPath(scriptDirectory);
     CloseShareToAnonymous();
 }

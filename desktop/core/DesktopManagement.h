@@ -5,19 +5,14 @@
 #include <string>
 #include <windows.h>
 
-// The agents' key below HKEY_LOCAL_MACHINE, and its value, a REG_SZ: the path of the login script, there
-// exactly while desktop management is on.
-inline constexpr char clientAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\VTNMHost";
-inline constexpr char clientIniValue[] = "ClientIni";
-
 // Longest script path in bytes while desktop management is on.
 inline constexpr int scriptPathLimit = 256;
 
 // What has changed since loading, as bits.
 enum DesktopChange : DWORD
 {
-    DESKTOP_SWITCHED = 0x1, // desktop management was switched on or off an odd number of times
-    DESKTOP_SCRIPT = 0x2,   // the script or the switch was touched
+    SwitchChanged = 0x1, // desktop management was switched on or off an odd number of times
+    ScriptChanged = 0x2, // the script or the switch was touched
 };
 
 // The page's settings; the fields are what the user chose, or else what Load found.

@@ -3,9 +3,11 @@
 
 #include "desktop/core/ProfileEngine.h"
 #include "sysaccess/core/ConfigurationError.h"
+#include "sysaccess/core/Handles.h"
 
 #include <cstring>
 #include <initializer_list>
+#include <optional>
 #include <string.h>
 #include <windows.h>
 
@@ -57,7 +59,7 @@ class ScriptLines
     ProfileRequest m_request{};
 };
 
-// Runs the client from the NETLOGON share and tells it that share.
+// Runs the client from the NETLOGON share and passes it the path of that share.
 std::string ClientCall(const std::string& computerName)
 {
     const std::string share = "\\\\" + computerName + "\\netlogon";
@@ -80,6 +82,18 @@ void InsertBlock(const std::string& path, const std::string& clientCall)
     script.Save();
 }
 
+// Opens a file, which is made when it is not there, and closes it again. Nothing when that is refused, else
+// whether it was made.
+std::optional<bool> OpenOrCreate(const std::string& path)
+{
+    const UniqueObject file =
+        OwnUnlessInvalid(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                     OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    // A file that was there is opened with an error code all the same.
+    const bool isNew = GetLastError() == ERROR_SUCCESS;
+    return file ? std::optional(isNew) : std::nullopt;
+}
+
 } // namespace
 
 bool IsBatchFile(const std::string& path)
@@ -92,16 +106,10 @@ bool IsUsableLoginScript(const std::string& path)
 {
     if (!IsBatchFile(path))
         return false;
-    const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    // A file that was there is opened with an error code all the same.
-    const bool isNew = GetLastError() == ERROR_SUCCESS;
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
-    CloseHandle(file);
-    if (isNew)
+    const std::optional<bool> isNew = OpenOrCreate(path);
+    if (isNew == true)
         DeleteFileA(path.c_str());
-    return true;
+    return isNew.has_value();
 }
 
 void UpdateLoginScript(const std::string& path, const std::string& computerName, bool isOn)

@@ -1,6 +1,7 @@
 // Finds the login script's directory, which each generation of Windows keeps elsewhere.
 #include "desktop/core/LoginScriptLocation.h"
 
+#include "sysaccess/core/AgentNames.h"
 #include "sysaccess/core/RegistryKey.h"
 #include "sysaccess/core/ServiceQueries.h"
 
@@ -13,10 +14,14 @@ namespace {
 
 constexpr DWORD windows2000 = 5; // major version
 
-constexpr char replicatorKey[] = "System\\CurrentControlSet\\Services\\Replicator\\Parameters";
-constexpr char netLogonKey[] = "System\\CurrentControlSet\\Services\\NetLogon\\Parameters";
+constexpr char replicatorKey[] = "SYSTEM\\CurrentControlSet\\Services\\Replicator\\Parameters";
+constexpr char netLogonKey[] = "SYSTEM\\CurrentControlSet\\Services\\NetLogon\\Parameters";
 
-using UniqueNetBuffer = UniqueHandle<BYTE*, [](BYTE* buffer) { NetApiBufferFree(buffer); }>;
+void FreeNetBuffer(BYTE* buffer)
+{
+    NetApiBufferFree(buffer);
+}
+using UniqueNetBuffer = UniqueHandle<BYTE*, FreeNetBuffer>;
 
 // In the ANSI code page; empty when it does not fit a path.
 std::string NarrowPath(const wchar_t* path)
@@ -36,7 +41,7 @@ std::string NetLogonShareDirectory()
     return NarrowPath(reinterpret_cast<const SHARE_INFO_2*>(info.Get())->shi2_path);
 }
 
-// A refusal counts as a failed read: to find no directory is no error, and nobody is told of it.
+// A refusal counts as a failed read: the user can name a script, so a missing directory is no error.
 bool ReadPathAs(CRegistryKey& key, const char* valueName, DWORD type, std::string& path)
 try {
     constexpr int expand = 1; // REG_SZ stays as it is all the same
@@ -86,10 +91,10 @@ std::string FindScriptDirectory()
 {
     OSVERSIONINFOA version{};
     version.dwOSVersionInfoSize = sizeof version;
-    // A system that does not tell its version is none of the old ones.
+    // A system that does not report its version is none of the old ones.
     if (!GetVersionExA(&version) || version.dwMajorVersion >= windows2000)
         return NetLogonShareDirectory();
-    return IsServiceActive("Replicator") ? ReplicatorDirectory() : NetLogonDirectory();
+    return IsServiceActive(replicatorServiceName) ? ReplicatorDirectory() : NetLogonDirectory();
 }
 
 std::string DirectoryOf(const std::string& path)

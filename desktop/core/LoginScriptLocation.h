@@ -4,8 +4,8 @@
 #include <string>
 
 // The directory from which this version of Windows serves login scripts, without a backslash at its end;
-// empty when the system does not tell. Before Windows 2000 it stands in the registry, where a key or value
-// that cannot be read counts as an absent one: nothing is thrown.
+// empty when the system does not report it. Before Windows 2000 it stands in the registry, where a key or
+// value that cannot be read counts as an absent one: nothing is thrown.
 [[nodiscard]] std::string FindScriptDirectory();
 
 // The path up to, not including, its last backslash; empty without one. The second byte of a double-byte

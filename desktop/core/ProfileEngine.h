@@ -74,8 +74,8 @@ enum ProfileFlag : std::uint8_t
     PROF_CREATE = 0x80   // open creates the file, or empties the one that is there
 };
 
-// What a line is, by its first character after blanks; told when the line is made. Rewriting a line keeps its
-// kind.
+// What a line is, by its first character after blanks; found out when the line is made. Rewriting a line
+// keeps its kind.
 enum ProfileKind : std::uint32_t
 {
     PROF_KIND_COMMENT = 1, // ";"

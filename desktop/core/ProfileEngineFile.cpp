@@ -140,10 +140,10 @@ std::int16_t FailureStatus()
     return status == PROF_OK ? std::int16_t{ERROR_GEN_FAILURE} : status;
 }
 
-UniqueFile OpenShared(const char* path, DWORD disposition)
+UniqueObject OpenShared(const char* path, DWORD disposition)
 {
-    return OwnFile(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
-                               FILE_ATTRIBUTE_NORMAL, nullptr));
+    return OwnUnlessInvalid(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                        disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 std::int16_t ProfileOpen(const char* path, ProfileRequest& request)
@@ -151,7 +151,7 @@ std::int16_t ProfileOpen(const char* path, ProfileRequest& request)
     if (std::strlen(path) >= profilePathSize)
         return ERROR_FILENAME_EXCED_RANGE;
     const bool isEmptied = (request.flags & PROF_CREATE) != 0;
-    const UniqueFile file = OpenShared(path, isEmptied ? CREATE_ALWAYS : OPEN_ALWAYS);
+    const UniqueObject file = OpenShared(path, isEmptied ? CREATE_ALWAYS : OPEN_ALWAYS);
     if (!file)
         return FailureStatus();
     const std::int16_t status = ReadProfile(file.Get(), path, request.file);

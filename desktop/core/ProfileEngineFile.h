@@ -9,7 +9,7 @@
 
 // Opens a file for reading and writing and shares it with readers; `disposition` as CreateFileA takes it.
 // Nothing when it fails, which FailureStatus explains.
-[[nodiscard]] UniqueFile OpenShared(const char* path, DWORD disposition);
+[[nodiscard]] UniqueObject OpenShared(const char* path, DWORD disposition);
 
 // Why the last file call failed. Never 0, which would read as success.
 [[nodiscard]] std::int16_t FailureStatus();

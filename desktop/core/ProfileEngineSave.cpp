@@ -21,7 +21,11 @@ constexpr char lineEnd[] = {'\r', '\n'};
 // The most bytes that are written, as far as a file's position can be set with one number.
 constexpr std::size_t longestText = std::numeric_limits<LONG>::max();
 
-using UniqueText = UniqueHandle<char*, [](char* text) { std::free(text); }>;
+void FreeText(char* text)
+{
+    std::free(text);
+}
+using UniqueText = UniqueHandle<char*, FreeText>;
 
 // How a save ended, and whether the file is there to stay.
 struct SaveResult
@@ -62,7 +66,7 @@ UniqueText JoinLines(const ProfileLine* first, std::size_t size)
     return text;
 }
 
-// 0 when it cannot be told.
+// 0 when it cannot be read.
 std::size_t SizeOfFile(HANDLE handle)
 {
     const DWORD size = GetFileSize(handle, nullptr);
@@ -110,9 +114,9 @@ bool MakeWritable(const char* path)
 
 // A failed save deletes the file, so one that another program has open for a moment, like a virus scanner
 // after a change, is waited for.
-UniqueFile OpenForSave(const char* path)
+UniqueObject OpenForSave(const char* path)
 {
-    UniqueFile file = OpenShared(path, OPEN_EXISTING);
+    UniqueObject file = OpenShared(path, OPEN_EXISTING);
     for (int retry = 0; retry < openRetries && !file; ++retry) {
         const DWORD error = GetLastError();
         if (error != ERROR_SHARING_VIOLATION && error != ERROR_LOCK_VIOLATION)
@@ -129,7 +133,7 @@ SaveResult WriteProfile(const ProfileRequest& request)
     // A file that vanished since it was opened stays away, unless the caller created it.
     if ((request.flags & PROF_CREATE) == 0 && !Exists(path))
         return {.status = ERROR_FILE_NOT_FOUND, .keepsFile = false};
-    const UniqueFile file = OpenForSave(path);
+    const UniqueObject file = OpenForSave(path);
     if (!file)
         return {.status = FailureStatus(), .keepsFile = false};
     return ReplaceLines(file.Get(), request.file->head->next);

@@ -35,11 +35,11 @@ try {
     DWORD type = REG_SZ;
     RegistryData data;
     DWORD size = 0;
-    const DWORD result = subkey.QueryValue("DisplayName", type, data, size);
+    const DWORD result = subkey.QueryValue(displayNameValue, type, data, size);
     const bool isText = result == ERROR_SUCCESS && type == REG_SZ && data != nullptr && size > 0;
     return isText ? reinterpret_cast<const char*>(data.get()) : name;
 } catch (ConfigurationError) {
-    return name; // a sub-agent that keeps its name to itself can be switched all the same
+    return name; // the sub-agent can be switched without its display name
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Calls of the board library.
 #include "pages/core/BoardLibrary.h"
 
+#include "sysaccess/core/Environment.h"
 #include "sysaccess/core/Handles.h"
 
 #include <array>
@@ -16,8 +17,7 @@ constexpr DWORD readInterval = 3000;
 DWORD CallBoard(const char* entryPoint, BoardData& data)
 {
     std::array<char, MAX_PATH> path{};
-    const DWORD size = ExpandEnvironmentStringsA("%windir%\\system32\\RB4USER.DLL", path.data(), MAX_PATH);
-    if (size == 0 || size > MAX_PATH)
+    if (!ExpandEnvironment("%windir%\\system32\\RB4USER.DLL", path))
         return ERROR_FILE_NOT_FOUND;
     const UniqueLibrary library(LoadLibraryA(path.data()));
     if (!library)
@@ -26,7 +26,7 @@ DWORD CallBoard(const char* entryPoint, BoardData& data)
     return call == nullptr ? ERROR_FILE_NOT_FOUND : call(&data);
 }
 
-// Reads until the board answers or the time is over; also the last failure is slept upon.
+// Reads until the board answers or the time is over, with a pause after each failure, the last one too.
 DWORD WaitForBoard(BoardData& data)
 {
     DWORD status = ERROR_SUCCESS;

@@ -5,10 +5,6 @@
 
 namespace {
 
-constexpr char computersValue[] = "Destination";
-constexpr char userNameValue[] = "DestinationUsername";
-constexpr char passwordValue[] = "DestinationPassword";
-
 BYTE Combine(BYTE character, std::size_t index)
 {
     return static_cast<BYTE>(character ^ (index + 32));
@@ -55,14 +51,14 @@ void EventDestinations::Load()
     password = LoadPassword(parameters);
 }
 
-void EventDestinations::Save(DWORD parts) const
+void EventDestinations::Save(DWORD changes) const
 {
     CRegistryKey parameters = HostAgentParameters();
-    if ((parts & Computers) != 0)
+    if ((changes & ComputersChanged) != 0)
         parameters.SetMultiString(computersValue, computers);
-    if ((parts & UserName) != 0)
+    if ((changes & UserNameChanged) != 0)
         parameters.SetString(userNameValue, userName);
-    if ((parts & Password) != 0) {
+    if ((changes & PasswordChanged) != 0) {
         const std::vector<BYTE> stored = ScramblePassword(password);
         parameters.SetBinary(passwordValue, stored.data(), static_cast<DWORD>(stored.size()));
     }

@@ -13,21 +13,21 @@
 // The reverse, up to the first zero before or after the combination, or the end of the data.
 [[nodiscard]] std::string DescramblePassword(std::span<const BYTE> stored);
 
+// What the user has touched, one bit for each part: what Save writes.
+enum EventChange : DWORD
+{
+    ComputersChanged = 0x1,
+    UserNameChanged = 0x2,
+    PasswordChanged = 0x4,
+};
+
 // The settings of the host agent. Each part that is absent or of another type is empty.
 struct EventDestinations
 {
-    // Parts of the settings, as bits of what has changed.
-    enum Part : DWORD
-    {
-        Computers = 1,
-        UserName = 2,
-        Password = 4,
-    };
-
     // Throws ConfigurationError.
     void Load();
-    // Writes the given parts; throws ConfigurationError.
-    void Save(DWORD parts) const;
+    // Writes what `changes` (EventChange bits) says; throws ConfigurationError.
+    void Save(DWORD changes) const;
 
     std::vector<std::string> computers; // in the user's order
     std::string userName;

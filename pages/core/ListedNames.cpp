@@ -30,7 +30,7 @@ ListedNames::FirstMatch ListedNames::Find(const std::string& name) const
     const auto [first, last] = m_beginnings.equal_range(name);
     if (std::none_of(first, last, [](const auto& beginning) { return beginning.second; }))
         return FirstMatch::AnotherOrNone;
-    // How a list box compares other letters, and what it finds for an empty text, is its own affair.
+    // List boxes have rules of their own for other letters and for an empty text.
     if (name.empty() || !IsAscii(name))
         return FirstMatch::AskTheList;
     const bool isLast = last == m_beginnings.end() || !last->first.starts_with(name);

@@ -5,12 +5,6 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr char processesValue[] = "ProcMon";
-
-} // namespace
-
 void DropHalfCharacter(std::string& name)
 {
     std::size_t position = 0;

@@ -6,12 +6,6 @@
 
 namespace {
 
-// The service's own handle; empty when the manager or the service does not open.
-UniqueServiceHandle OpenAgentService(const UniqueServiceHandle& manager, const char* name)
-{
-    return UniqueServiceHandle(manager ? OpenServiceA(manager.Get(), name, SERVICE_ALL_ACCESS) : nullptr);
-}
-
 void SetStartType(const UniqueServiceHandle& service, DWORD startType)
 {
     if (service)
@@ -34,29 +28,28 @@ void SetDependencies(const UniqueServiceHandle& service, const std::vector<std::
 void SaveGroup(const UniqueServiceHandle& manager, const AgentService& service,
                const std::vector<std::string>& activeNames)
 {
-    const UniqueServiceHandle handle = OpenAgentService(manager, service.name);
+    const UniqueServiceHandle handle = OpenServiceOf(manager, service.name);
     const DWORD startType = activeNames.empty() ? SERVICE_DISABLED : SERVICE_AUTO_START;
     CRegistryKey(HKEY_LOCAL_MACHINE, service.ParametersKey().c_str())
         .SetMultiString(subServicesValue, activeNames);
-    CRegistryKey(HKEY_LOCAL_MACHINE, service.Key().c_str()).SetDword("Start", startType);
+    CRegistryKey(HKEY_LOCAL_MACHINE, service.Key().c_str()).SetDword(startTypeValue, startType);
     SetStartType(handle, startType);
 }
 
 void SaveDependencies(const UniqueServiceHandle& manager, const std::vector<std::string>& names)
 {
     const AgentService& mainService = agentServices.front();
-    CRegistryKey(HKEY_LOCAL_MACHINE, mainService.Key().c_str()).SetMultiString("DependOnService", names);
-    SetDependencies(OpenAgentService(manager, mainService.name), names);
+    CRegistryKey(HKEY_LOCAL_MACHINE, mainService.Key().c_str()).SetMultiString(dependenciesValue, names);
+    SetDependencies(OpenServiceOf(manager, mainService.name), names);
 }
 
 bool IsSnmpInstalled()
 {
     HKEY key = nullptr;
-    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, ServiceKey(snmpServiceName).c_str(), 0, KEY_READ, &key) !=
-        ERROR_SUCCESS)
-        return false;
-    RegCloseKey(key);
-    return true;
+    const std::string path = ServiceKey(snmpServiceName);
+    const LSTATUS opened = RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key);
+    const UniqueKey owner(key);
+    return opened == ERROR_SUCCESS;
 }
 
 } // namespace
@@ -68,7 +61,7 @@ void ServicesSettings::Load()
         try {
             groups.emplace_back(service);
         } catch (ConfigurationError) {
-            continue; // not installed, or not for this user's eyes
+            continue; // not installed, or not to be read by this user
         }
     }
 }

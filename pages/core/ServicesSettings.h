@@ -14,7 +14,7 @@ class ServicesSettings
     // Writes for each service which sub-agents it starts and whether it starts at all, and on what the main
     // one depends, to the registry and the service manager. `limit` is the most sub-agents that one service
     // gets. Throws ConfigurationError when a registry value cannot be written; what was written stays. What
-    // the service manager refuses is let be: it reads the registry when the system starts.
+    // the service manager refuses is ignored: it reads the registry when the system starts.
     void Save(std::size_t limit) const;
 
     std::vector<AgentGroup> groups;

@@ -1,8 +1,8 @@
 // Loads and saves what the agents share.
 #include "pages/core/SnmpSettings.h"
 
-#include "resources/resource.h"
 #include "sysaccess/core/AgentServices.h"
+#include "sysaccess/core/Environment.h"
 #include "sysaccess/core/RegistryKey.h"
 
 #include <algorithm>
@@ -13,29 +13,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char productKey[] = "SOFTWARE\\Vortan Lumora Agent";
-constexpr char hostSnmpKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\VTNSNMP";
-constexpr char hostAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\VTNMHOST";
-constexpr char serverAgentsKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgServ";
-constexpr char rackAgent[] = "VTNRACK";
-
-// The system starts what stands in the first when a program crashes; the agents park in the second what is
-// not to be started at present.
-constexpr char activeDebuggerKey[] = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug";
-constexpr char parkedDebuggerKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgHost\\AppTrap";
-
-constexpr char serverRoleValue[] = "ServerRole";
-constexpr char setsEnabledValue[] = "SetsEnabled";
-constexpr char hostFlagsValue[] = "HostFlags";
-constexpr char timeoutValue[] = "Timeout";
-constexpr char debuggerValue[] = "Debugger";
-
-// Bits of "SetsEnabled" and of "HostFlags".
-constexpr DWORD setsEnabledBit = 0x1;
-constexpr DWORD remoteRebootBit = 0x2;
-constexpr DWORD rackTrapsDisabledBit = 0x4;
-constexpr DWORD telnetDisabledBit = 0x1;
 
 // The system fills in the process and the event when it starts the debugger.
 constexpr char trapDebuggerTemplate[] = "vtndbg -p %ld -e %ld -g";
@@ -68,12 +45,26 @@ std::optional<DWORD> ReadNumber(const char* path, const char* valueName)
     return number;
 }
 
+// The changes that ask for the writing of a value.
+constexpr DWORD ChangesOf(SnmpValue value)
+{
+    DWORD changes = 0;
+    for (const SnmpFlag& flag : snmpFlags) {
+        if (flag.value == value)
+            changes |= flag.change;
+    }
+    return changes;
+}
+
+constexpr DWORD setsEnabledChanges = ChangesOf(SnmpValue::SetsEnabled);
+constexpr DWORD hostFlagsChanges = ChangesOf(SnmpValue::HostFlags);
+
 bool HasRackSupport()
 try {
     std::vector<std::string> agents;
-    Key(serverAgentsKey).EnumSubkeys(agents);
+    Key(ServiceKey(serverServiceName)).EnumSubkeys(agents);
     return std::any_of(agents.begin(), agents.end(),
-                       [](const std::string& name) { return IsSameName(name.c_str(), rackAgent); });
+                       [](const std::string& name) { return IsSameName(name.c_str(), rackSubAgent); });
 } catch (ConfigurationError) {
     return false;
 }
@@ -88,8 +79,7 @@ bool IsTrapDebugger(const std::string& command)
 std::string DefaultTrapDebugger()
 {
     std::array<char, 256> command{};
-    const DWORD size = ExpandEnvironmentStringsA(trapDebuggerTemplate, command.data(), command.size());
-    return size > 0 && size <= command.size() ? command.data() : trapDebuggerTemplate;
+    return ExpandEnvironment(trapDebuggerTemplate, command) ? command.data() : trapDebuggerTemplate;
 }
 
 // Writes one agent's number. An agent that refuses does not keep the others from theirs.
@@ -112,25 +102,6 @@ try {
 
 } // namespace
 
-const std::array<CollectionInterval, collectionIntervalCount> collectionIntervals = {{
-    {IDS_INTERVAL_5_SECONDS, 5'000},
-    {IDS_INTERVAL_10_SECONDS, 10'000},
-    {IDS_INTERVAL_15_SECONDS, 15'000},
-    {IDS_INTERVAL_20_SECONDS, 20'000},
-    {IDS_INTERVAL_30_SECONDS, 30'000},
-    {IDS_INTERVAL_1_MINUTE, 60'000},
-    {IDS_INTERVAL_2_MINUTES, 120'000},
-    {IDS_INTERVAL_3_MINUTES, 180'000},
-    {IDS_INTERVAL_4_MINUTES, 240'000},
-    {IDS_INTERVAL_5_MINUTES, 300'000},
-    {IDS_INTERVAL_10_MINUTES, 600'000},
-    {IDS_INTERVAL_20_MINUTES, 1'200'000},
-    {IDS_INTERVAL_30_MINUTES, 1'800'000},
-    {IDS_INTERVAL_40_MINUTES, 2'400'000},
-    {IDS_INTERVAL_50_MINUTES, 3'000'000},
-    {IDS_INTERVAL_60_MINUTES, 3'600'000},
-}};
-
 int IndexOfInterval(DWORD milliseconds)
 {
     const auto isShorter = [](DWORD limit, const CollectionInterval& row) {
@@ -152,19 +123,34 @@ void SnmpSettings::Load()
 void SnmpSettings::LoadFlagsAndInterval()
 {
     const std::optional<DWORD> sets = ReadNumber(hostSnmpKey, setsEnabledValue);
-    setsEnabled = (sets.value_or(0) & setsEnabledBit) != 0;
-    remoteReboot = (sets.value_or(0) & remoteRebootBit) != 0;
-    rackTrapsDisabled = (sets.value_or(0) & rackTrapsDisabledBit) != 0;
-
+    TakeFlags(SnmpValue::SetsEnabled, sets.value_or(0));
     const std::optional<DWORD> hostFlags = ReadNumber(hostAgentKey, hostFlagsValue);
-    telnetDisabled = (hostFlags.value_or(0) & telnetDisabledBit) != 0;
+    TakeFlags(SnmpValue::HostFlags, hostFlags.value_or(0));
 
-    // For an absent interval, and no other, the number that was read last stands in, as ever: flags are
+    // For an absent interval, and no other, the number that was read last stands in, on purpose: flags are
     // small, so it is the shortest one.
     DWORD timeout = 0;
     if (Key(hostSnmpKey).GetDword(timeoutValue, timeout) == ERROR_FILE_NOT_FOUND)
         timeout = hostFlags.value_or(sets.value_or(0));
     intervalIndex = IndexOfInterval(timeout);
+}
+
+void SnmpSettings::TakeFlags(SnmpValue value, DWORD stored)
+{
+    for (const SnmpFlag& flag : snmpFlags) {
+        if (flag.value == value)
+            this->*flag.setting = (stored & flag.bit) != 0;
+    }
+}
+
+DWORD SnmpSettings::FlagsOf(SnmpValue value) const
+{
+    DWORD flags = 0;
+    for (const SnmpFlag& flag : snmpFlags) {
+        if (flag.value == value && this->*flag.setting)
+            flags |= flag.bit;
+    }
+    return flags;
 }
 
 void SnmpSettings::LoadDebuggers()
@@ -177,12 +163,12 @@ void SnmpSettings::LoadDebuggers()
 
 void SnmpSettings::Save(DWORD changes) const
 {
-    if ((changes & (SetsChanged | RemoteRebootChanged | RackTrapsChanged)) != 0)
+    if ((changes & setsEnabledChanges) != 0)
         SaveSetsEnabled();
     Key(productKey).SetString(serverRoleValue, serverRole);
-    // The value as a whole, on purpose: the page owns its one bit, and the agent knows no other.
-    if ((changes & TelnetChanged) != 0)
-        Key(hostAgentKey).SetDword(hostFlagsValue, telnetDisabled ? telnetDisabledBit : 0);
+    // The value as a whole, on purpose: the agent knows no bits but the page's.
+    if ((changes & hostFlagsChanges) != 0)
+        Key(hostAgentKey).SetDword(hostFlagsValue, FlagsOf(SnmpValue::HostFlags));
     if ((changes & IntervalChanged) != 0)
         SaveInterval();
     if ((changes & ExceptionTrapChanged) != 0)
@@ -192,15 +178,13 @@ void SnmpSettings::Save(DWORD changes) const
 // As a whole, too: bits that mean nothing to the agents are cleared.
 void SnmpSettings::SaveSetsEnabled() const
 {
-    const DWORD flags = (setsEnabled ? setsEnabledBit : 0) | (remoteReboot ? remoteRebootBit : 0) |
-                        (rackTrapsDisabled ? rackTrapsDisabledBit : 0);
     for (const AgentService& service : agentServices)
-        TrySetDword(service.SnmpKey(), setsEnabledValue, flags);
+        TrySetDword(service.SnmpKey(), setsEnabledValue, FlagsOf(SnmpValue::SetsEnabled));
 }
 
 void SnmpSettings::SaveInterval() const
 {
-    if (intervalIndex < 0 || intervalIndex >= static_cast<int>(collectionIntervalCount))
+    if (intervalIndex < 0 || intervalIndex >= static_cast<int>(collectionIntervals.size()))
         return; // no line of the list was selected
     const DWORD timeout = collectionIntervals[static_cast<std::size_t>(intervalIndex)].milliseconds;
     for (const AgentService& service : agentServices) {

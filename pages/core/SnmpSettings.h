@@ -1,6 +1,9 @@
 // What the SNMP Settings page loads and saves, without a window.
 #pragma once
 
+#include "resources/resource.h"
+#include "sysaccess/core/AgentNames.h"
+
 #include <array>
 #include <string>
 #include <windows.h>
@@ -12,10 +15,25 @@ struct CollectionInterval
     DWORD milliseconds;
 };
 
-inline constexpr std::size_t collectionIntervalCount = 16;
-
 // All choices, shortest first.
-extern const std::array<CollectionInterval, collectionIntervalCount> collectionIntervals;
+inline constexpr auto collectionIntervals = std::to_array<CollectionInterval>({
+    {IDS_INTERVAL_5_SECONDS, 5'000},
+    {IDS_INTERVAL_10_SECONDS, 10'000},
+    {IDS_INTERVAL_15_SECONDS, 15'000},
+    {IDS_INTERVAL_20_SECONDS, 20'000},
+    {IDS_INTERVAL_30_SECONDS, 30'000},
+    {IDS_INTERVAL_1_MINUTE, 60'000},
+    {IDS_INTERVAL_2_MINUTES, 120'000},
+    {IDS_INTERVAL_3_MINUTES, 180'000},
+    {IDS_INTERVAL_4_MINUTES, 240'000},
+    {IDS_INTERVAL_5_MINUTES, 300'000},
+    {IDS_INTERVAL_10_MINUTES, 600'000},
+    {IDS_INTERVAL_20_MINUTES, 1'200'000},
+    {IDS_INTERVAL_30_MINUTES, 1'800'000},
+    {IDS_INTERVAL_40_MINUTES, 2'400'000},
+    {IDS_INTERVAL_50_MINUTES, 3'000'000},
+    {IDS_INTERVAL_60_MINUTES, 3'600'000},
+});
 
 // The last choice that is not longer than `milliseconds`; the first one when all are.
 [[nodiscard]] int IndexOfInterval(DWORD milliseconds);
@@ -29,6 +47,13 @@ enum SnmpChange : DWORD
     ExceptionTrapChanged = 0x08,
     TelnetChanged = 0x10,
     RackTrapsChanged = 0x20,
+};
+
+// The stored numbers whose bits are settings: one that every agent gets, and one of the host agent alone.
+enum class SnmpValue
+{
+    SetsEnabled,
+    HostFlags,
 };
 
 // The settings that all agents share. They are read from the host agent's key and written to every agent's.
@@ -56,6 +81,8 @@ class SnmpSettings
 
   private:
     void LoadFlagsAndInterval();
+    void TakeFlags(SnmpValue value, DWORD stored);
+    [[nodiscard]] DWORD FlagsOf(SnmpValue value) const;
     void LoadDebuggers();
     void SaveSetsEnabled() const;
     void SaveInterval() const;
@@ -65,3 +92,22 @@ class SnmpSettings
     std::string m_trapDebugger;
     std::string m_savedDebugger;
 };
+
+// A setting that is a check box of the page and a bit of a stored REG_DWORD.
+struct SnmpFlag
+{
+    int controlId; // the check box
+    SnmpChange change;
+    BOOL SnmpSettings::*setting;
+    SnmpValue value;
+    DWORD bit;
+};
+
+// All of them, in the order in which the page exchanges its data.
+inline constexpr auto snmpFlags = std::to_array<SnmpFlag>({
+    {IDC_SNMP_REMOTE_REBOOT, RemoteRebootChanged, &SnmpSettings::remoteReboot, SnmpValue::SetsEnabled, 0x2},
+    {IDC_SNMP_SETS, SetsChanged, &SnmpSettings::setsEnabled, SnmpValue::SetsEnabled, 0x1},
+    {IDC_SNMP_DISABLE_TELNET, TelnetChanged, &SnmpSettings::telnetDisabled, SnmpValue::HostFlags, 0x1},
+    {IDC_SNMP_DISABLE_RACK_TRAPS, RackTrapsChanged, &SnmpSettings::rackTrapsDisabled, SnmpValue::SetsEnabled,
+     0x4},
+});

@@ -1,28 +1,11 @@
 // Loads and saves the storage agents' switches.
 #include "pages/core/StorageSettings.h"
 
-#include "resources/resource.h"
 #include "sysaccess/core/RegistryKey.h"
-
-namespace {
-
-constexpr char fibreAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNFCA";
-constexpr char arrayAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNMIDA";
-constexpr char sasAgentKey[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor\\VTNSAS";
-
-} // namespace
-
-// Each agent lays its bits out by itself: tape support of the SAS agent is 0x4, not 0x1.
-const std::array<StorageFeature, storageFeatureCount> storageFeatures = {{
-    {IDC_STORAGE_FIBRE_TAPE, fibreAgentKey, 0x1},
-    {IDC_STORAGE_ARRAY_TAPE, arrayAgentKey, 0x1},
-    {IDC_STORAGE_SAS_TAPE, sasAgentKey, 0x4},
-    {IDC_STORAGE_ARRAY_PERFORMANCE, arrayAgentKey, 0x2},
-}};
 
 void StorageSettings::Load()
 {
-    for (std::size_t i = 0; i < storageFeatureCount; ++i) {
+    for (std::size_t i = 0; i < storageFeatures.size(); ++i) {
         const StorageFeature& feature = storageFeatures[i];
         DWORD flags = 0;
         CRegistryKey(HKEY_LOCAL_MACHINE, feature.agentKey).GetDword(disableFlagsValue, flags);
@@ -35,7 +18,7 @@ void StorageSettings::Save() const
     // One variable carries the value through all steps, on purpose: an agent without a value of its own gets
     // the flags of the agent before it, and administrators compare machines by what stands there.
     DWORD flags = 0;
-    for (std::size_t i = 0; i < storageFeatureCount; ++i) {
+    for (std::size_t i = 0; i < storageFeatures.size(); ++i) {
         const StorageFeature& feature = storageFeatures[i];
         CRegistryKey key(HKEY_LOCAL_MACHINE, feature.agentKey);
         key.GetDword(disableFlagsValue, flags);

@@ -1,6 +1,9 @@
 // Which features of the storage agents are switched off, without a window.
 #pragma once
 
+#include "resources/resource.h"
+#include "sysaccess/core/AgentNames.h"
+
 #include <array>
 #include <windows.h>
 
@@ -12,13 +15,14 @@ struct StorageFeature
     DWORD disableBit;
 };
 
-inline constexpr std::size_t storageFeatureCount = 4;
-
-// Every feature, in the order of its check boxes, of loading and of saving.
-extern const std::array<StorageFeature, storageFeatureCount> storageFeatures;
-
-// The value that holds the bits.
-inline constexpr char disableFlagsValue[] = "DisableFlags";
+// Every feature, in the order of its check boxes, of loading and of saving. Each agent has its own layout of
+// the bits: tape support of the SAS agent is 0x4, not 0x1.
+inline constexpr auto storageFeatures = std::to_array<StorageFeature>({
+    {IDC_STORAGE_FIBRE_TAPE, fibreAgentKey, 0x1},
+    {IDC_STORAGE_ARRAY_TAPE, arrayAgentKey, 0x1},
+    {IDC_STORAGE_SAS_TAPE, sasAgentKey, 0x4},
+    {IDC_STORAGE_ARRAY_PERFORMANCE, arrayAgentKey, 0x2},
+});
 
 // The settings of the storage agents. Load and Save throw ConfigurationError when an agent's key cannot be
 // opened.
@@ -33,5 +37,5 @@ class StorageSettings
     void Save() const;
 
     // BOOL, as check boxes take it: TRUE switches the feature of the same index in storageFeatures off.
-    std::array<BOOL, storageFeatureCount> disabled{};
+    std::array<BOOL, storageFeatures.size()> disabled{};
 };

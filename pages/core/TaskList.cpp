@@ -23,7 +23,11 @@ UniqueLibrary LoadHostUtility()
     return UniqueLibrary(search.IsInForce() ? LoadLibraryA("vthstutl.dll") : nullptr);
 }
 
-using UniqueTaskList = UniqueHandle<TaskRecord*, [](TaskRecord* list) { std::free(list); }>;
+void FreeTaskList(TaskRecord* list)
+{
+    std::free(list);
+}
+using UniqueTaskList = UniqueHandle<TaskRecord*, FreeTaskList>;
 
 std::string NameOf(const TaskRecord& record)
 {

@@ -1,7 +1,8 @@
 // Sends the test trap through the host agent's library.
 #include "pages/core/TestTrap.h"
 
-#include "sysaccess/core/AgentServices.h"
+#include "sysaccess/core/AgentNames.h"
+#include "sysaccess/core/Environment.h"
 #include "sysaccess/core/Handles.h"
 #include "sysaccess/core/ServiceQueries.h"
 
@@ -11,17 +12,7 @@
 
 namespace {
 
-using UniqueKey = UniqueHandle<HKEY, [](HKEY key) { RegCloseKey(key); }>;
-using UniqueMutex = UniqueHandle<HANDLE, [](HANDLE mutex) { CloseHandle(mutex); }>;
-
-constexpr char trapKey[] = "SYSTEM\\VortanHost\\Host\\Component\\GenericTrap";
-constexpr char trapValue[] = "TrapData";
-
-constexpr char productOptionsKey[] = "System\\CurrentControlSet\\Control\\ProductOptions";
-constexpr char productSuiteValue[] = "ProductSuite";
 constexpr char terminalServerSuite[] = "Terminal Server";
-
-constexpr char readyMutex[] = "VtnHostAlerterInited";
 constexpr char hostAgentLibrary[] = "%windir%\\system32\\vtnmgmt\\vtmghost\\VTNMHOST.DLL";
 
 // Sends a trap with this text; 0 when it was sent.
@@ -37,7 +28,7 @@ bool IsTrapSetUp()
     if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, trapKey, 0, KEY_READ, &opened) != ERROR_SUCCESS)
         return false;
     const UniqueKey key(opened);
-    const LSTATUS found = RegQueryValueExA(key.Get(), trapValue, nullptr, nullptr, nullptr, nullptr);
+    const LSTATUS found = RegQueryValueExA(key.Get(), trapDataValue, nullptr, nullptr, nullptr, nullptr);
     return found == ERROR_SUCCESS || found == ERROR_MORE_DATA;
 }
 
@@ -56,8 +47,8 @@ std::string ReadTexts(HKEY key, const char* valueName)
     return read == ERROR_SUCCESS && type == REG_MULTI_SZ ? texts : std::string();
 }
 
-// As systems before version 5 tell it. A list that cannot be read means no; the registry accessor would take
-// it for a refusal, and leave the key open.
+// How systems before version 5 report it. A list that cannot be read means no; the registry accessor would
+// take it for a refusal, and leave the key open.
 bool HasTerminalServerSuite()
 {
     HKEY opened = nullptr;
@@ -98,16 +89,15 @@ std::string GlobalName(const char* name)
 // The alerter makes the mutex when it is ready; nobody ever waits for it.
 bool IsAlerterReady()
 {
-    const std::string name = IsTerminalServer() ? GlobalName(readyMutex) : readyMutex;
-    return static_cast<bool>(UniqueMutex(OpenMutexA(SYNCHRONIZE, FALSE, name.c_str())));
+    const std::string name = IsTerminalServer() ? GlobalName(alerterMutex) : alerterMutex;
+    return static_cast<bool>(UniqueObject(OpenMutexA(SYNCHRONIZE, FALSE, name.c_str())));
 }
 
 // Nothing when the library cannot be loaded.
 UniqueLibrary LoadHostAgentLibrary()
 {
     std::array<char, MAX_PATH> path{};
-    const DWORD size = ExpandEnvironmentStringsA(hostAgentLibrary, path.data(), path.size());
-    return UniqueLibrary(size > 0 && size <= path.size() ? LoadLibraryA(path.data()) : nullptr);
+    return UniqueLibrary(ExpandEnvironment(hostAgentLibrary, path) ? LoadLibraryA(path.data()) : nullptr);
 }
 
 std::string TrapText()
@@ -133,8 +123,8 @@ TestTrapOutcome SendTestTrap(std::string& text)
     UniqueLibrary library = LoadHostAgentLibrary();
     const auto sendTrap = library ? EntryPoint<SendTrapFunction>(library.Get(), sendTrapEntry) : nullptr;
     if (sendTrap == nullptr) {
-        // A library without the entry stays loaded, on purpose: whatever it is, it is not the one that is
-        // known to bear being unloaded.
+        // A library without the entry stays loaded, on purpose: it is not the host agent's, so nothing is
+        // known about unloading it.
         library.Release();
         return TestTrapOutcome::NotGenerated;
     }

@@ -29,9 +29,8 @@ ThresholdCodes DeleteThresholds()
     return codes;
 }
 
-// A chain on purpose: the 1 or 0 of each comparison meets the next code. Every release has reported by it,
-// and a failure of the third or the fifth key alone has never been one. Not to be mended into a test of all
-// five.
+// A chain on purpose: the 1 or 0 of each comparison meets the next code, so that a failure of the third or
+// the fifth key alone counts as none. Not to be mended into a test of all five.
 bool AreThresholdsCleared(const ThresholdCodes& codes)
 {
     return (((codes[0] == codes[1]) == codes[2]) == codes[3]) != codes[4];

@@ -16,5 +16,5 @@ using ThresholdCodes = std::array<LSTATUS, thresholdKeyCount>;
 // Deletes the keys; the code of one that is not there is 0. One with subkeys is refused.
 [[nodiscard]] ThresholdCodes DeleteThresholds();
 
-// What the user is told: whether the thresholds have been cleared.
+// Whether the user gets the message that the thresholds have been cleared.
 [[nodiscard]] bool AreThresholdsCleared(const ThresholdCodes& codes);

@@ -6,28 +6,25 @@
 
 namespace {
 
-constexpr auto HiddenSubkeys(const char* snmpSubkey)
+constexpr auto HiddenSubkeys(const char* ownSnmpSubkey)
 {
     std::array<const char*, nonAgentSubkeys.size() + 2> names{};
     std::copy(nonAgentSubkeys.begin(), nonAgentSubkeys.end(), names.begin());
-    names[nonAgentSubkeys.size()] = snmpSubkey;
-    names[nonAgentSubkeys.size() + 1] = "VTNUPS"; // switched by the set-up of the power supply
+    names[nonAgentSubkeys.size()] = ownSnmpSubkey;
+    names[nonAgentSubkeys.size() + 1] = upsSubAgent; // switched by the set-up of the power supply
     return names;
 }
 
-constexpr const char* snmpSubkey = "VTNSNMP";
-constexpr const char* nicSnmpSubkey = "VTNNISNMP";
-
 // One agent in two parts.
-constexpr std::array nicPairs = {AgentPair{"VTNMNIC", "VTNNICS"}};
+constexpr std::array nicPairs = {AgentPair{nicSubAgent, nicSecondSubAgent}};
 
 } // namespace
 
 constinit const std::array<AgentService, 4> agentServices = {{
-    {"VtMgHost", snmpSubkey, HiddenSubkeys(snmpSubkey), {}},
-    {"VtMgServ", snmpSubkey, HiddenSubkeys(snmpSubkey), {}},
-    {"VtMgStor", snmpSubkey, HiddenSubkeys(snmpSubkey), {}},
-    {"VTNNicMgmt", nicSnmpSubkey, HiddenSubkeys(nicSnmpSubkey), nicPairs},
+    {hostServiceName, snmpSubkey, HiddenSubkeys(snmpSubkey), {}},
+    {serverServiceName, snmpSubkey, HiddenSubkeys(snmpSubkey), {}},
+    {storageServiceName, snmpSubkey, HiddenSubkeys(snmpSubkey), {}},
+    {nicServiceName, nicSnmpSubkey, HiddenSubkeys(nicSnmpSubkey), nicPairs},
 }};
 
 std::string AgentService::Key() const
@@ -37,7 +34,7 @@ std::string AgentService::Key() const
 
 std::string AgentService::ParametersKey() const
 {
-    return Key() + "\\Parameters";
+    return Key() + "\\" + parametersSubkey;
 }
 
 std::string AgentService::SnmpKey() const
@@ -47,7 +44,7 @@ std::string AgentService::SnmpKey() const
 
 std::string ServiceKey(const std::string& serviceName)
 {
-    return "SYSTEM\\CurrentControlSet\\Services\\" + serviceName;
+    return std::string(servicesKey) + "\\" + serviceName;
 }
 
 bool IsSameName(const char* left, const char* right)

@@ -1,7 +1,8 @@
 // The agent services of a machine, in one table. Every page that configures the agents goes through it.
 #pragma once
 
-#include <array>
+#include "sysaccess/core/AgentNames.h"
+
 #include <span>
 #include <string>
 
@@ -18,8 +19,8 @@ struct AgentPair
 // A Windows service that hosts SNMP sub-agents. Each sub-agent is a subkey of the service's key.
 struct AgentService
 {
-    const char* name;                         // of the service, and of its key below the key of all services
-    const char* snmpSubkey;                   // holds what concerns SNMP for the service as a whole
+    const char* name; // of the service, and of its key below the key of all services
+    const char* snmpSubkey;
     std::array<const char*, 7> hiddenSubkeys; // no sub-agents, or none that the user may switch
     std::span<const AgentPair> pairs;
 
@@ -32,15 +33,6 @@ struct AgentService
 // All of them, in the order of loading and of saving. The first is the main one, started last by the service
 // manager: it depends on the others.
 extern const std::array<AgentService, 4> agentServices;
-
-// The SNMP service, for which the sub-agents work.
-inline constexpr char snmpServiceName[] = "SNMP";
-
-// Subkeys of an agent service's key that are no sub-agents, whatever the service.
-inline constexpr std::array nonAgentSubkeys = {"Parameters", "SECURITY", "AppTrap", "Linkage", "ENUM"};
-
-// REG_MULTI_SZ of a service's parameters: the sub-agents that it starts.
-inline constexpr char subServicesValue[] = "SubServices";
 
 // Path of a service's key below HKEY_LOCAL_MACHINE.
 [[nodiscard]] std::string ServiceKey(const std::string& serviceName);

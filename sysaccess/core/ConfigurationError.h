@@ -1,4 +1,4 @@
-// The one error that a load or a save raises: the number of the text that tells the user what went wrong.
+// The one error that a load or a save raises: the number of the text that says what went wrong.
 // Thrown and caught by value, by the registry accessor and the pages' saves alone; shown by the applet's
 // entry.
 #pragma once

@@ -29,19 +29,18 @@ FARPROC StandInFor(const DelayLoadInfo& call)
                          : reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&FailCall));
 }
 
+// Where the library cannot be loaded, a module stands in that lacks its functions, the program's: the helper
+// would otherwise look for the library by its bare name, and now asks for a stand-in for the function.
 FARPROC WINAPI BeforeLoading(unsigned notification, DelayLoadInfo* call)
 {
     if (notification != dliNotePreLoadLibrary)
         return nullptr;
-    return reinterpret_cast<FARPROC>(LoadSystemLibrary(call->szDll).Release());
+    const HMODULE library = LoadSystemLibrary(call->szDll).Release();
+    return reinterpret_cast<FARPROC>(library == nullptr ? GetModuleHandleA(nullptr) : library);
 }
 
-// A module that lacks the function stands in for a library that cannot be loaded: this one. The helper then
-// asks for a stand-in for the function.
 FARPROC WINAPI AfterFailure(unsigned notification, DelayLoadInfo* call)
 {
-    if (notification == dliFailLoadLib)
-        return reinterpret_cast<FARPROC>(GetModuleHandleA("kernel32.dll"));
     return notification == dliFailGetProc ? StandInFor(*call) : nullptr;
 }
 

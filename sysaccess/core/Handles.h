@@ -34,22 +34,31 @@ class UniqueHandle
     Handle m_handle = nullptr;
 };
 
-// Imported functions are no constants, so each kind has a closing function of its own.
+// The address of an imported function is not known while compiling, so each kind has a closing function of
+// its own.
 inline void CloseLibrary(HMODULE library)
 {
     FreeLibrary(library);
 }
 using UniqueLibrary = UniqueHandle<HMODULE, CloseLibrary>;
-inline void CloseFile(HANDLE file)
+inline void CloseKey(HKEY key)
 {
-    CloseHandle(file);
+    RegCloseKey(key);
 }
-using UniqueFile = UniqueHandle<HANDLE, CloseFile>;
+using UniqueKey = UniqueHandle<HKEY, CloseKey>;
 
-// Owns what CreateFileA returned; nothing when it failed, which it reports by a handle that is not null.
-[[nodiscard]] inline UniqueFile OwnFile(HANDLE file)
+// A file, a mutex, a snapshot of the processes.
+inline void CloseObject(HANDLE object)
 {
-    return UniqueFile(file == INVALID_HANDLE_VALUE ? nullptr : file);
+    CloseHandle(object);
+}
+using UniqueObject = UniqueHandle<HANDLE, CloseObject>;
+
+// Owns what CreateFileA or CreateToolhelp32Snapshot returned; nothing when it failed, which these report by a
+// handle that is not null.
+[[nodiscard]] inline UniqueObject OwnUnlessInvalid(HANDLE object)
+{
+    return UniqueObject(object == INVALID_HANDLE_VALUE ? nullptr : object);
 }
 
 // The entry point of a library as a function of the given pointer type; null when it has none. `name` may be

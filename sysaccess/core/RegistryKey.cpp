@@ -1,6 +1,8 @@
 // The registry accessor; see the header for what each operation promises.
 #include "sysaccess/core/RegistryKey.h"
 
+#include "sysaccess/core/Environment.h"
+
 #include <algorithm>
 #include <array>
 #include <new>
@@ -25,19 +27,6 @@ const char* TextOf(const RegistryData& data)
 bool IsText(DWORD type)
 {
     return type == REG_SZ || type == REG_EXPAND_SZ;
-}
-
-// Replaces references to environment variables. Keeps the text as it is when there is no memory for the
-// result.
-void ExpandEnvironment(std::string& text)
-{
-    const DWORD length = ExpandEnvironmentStringsA(text.c_str(), nullptr, 0);
-    const std::unique_ptr<char[]> expanded(new (std::nothrow) char[length + 1]());
-    if (expanded == nullptr)
-        return;
-    const DWORD written = ExpandEnvironmentStringsA(text.c_str(), expanded.get(), length + 1);
-    if (written != 0 && written <= length + 1)
-        text = expanded.get();
 }
 
 // Splits at the zeros, up to the first empty string. `data` is followed by a zero, so a block that lacks its
@@ -96,8 +85,8 @@ DWORD CRegistryKey::QueryValue(const char* valueName, DWORD& type, RegistryData&
         Close();
         return ERROR_FILE_NOT_FOUND;
     }
-    // From here on a refusal leaves the key open and the data unfreed, on purpose: after it the user is told
-    // and the sheet ends, and no caller may count on anything of this operation.
+    // From here on a refusal leaves the key open and the data unfreed, on purpose: after it the user gets a
+    // message and the sheet ends, and no caller may count on anything of this operation.
     if (found != ERROR_MORE_DATA)
         RefuseUnlessSuccess(found);
     if (size == 0) {

@@ -56,8 +56,7 @@ class CRegistryKey
     // Writes a REG_DWORD.
     DWORD SetDword(const char* valueName, DWORD number);
 
-    // Deletes a value. One that is absent, or that the system does not let go of, is no error: whoever
-    // deletes a value has no use for it.
+    // Deletes a value. One that is absent or that the system refuses to delete is no error.
     DWORD DeleteValue(const char* valueName);
 
     // Names of the subkeys in the registry's order, always of this machine. A key without subkeys is refused.

@@ -1,4 +1,4 @@
-// Queries to the service manager; see the header.
+// The calls of the service manager.
 #include "sysaccess/core/ServiceQueries.h"
 
 #include <array>
@@ -61,12 +61,14 @@ struct DependentsQuery
 
 } // namespace
 
+UniqueServiceHandle OpenServiceOf(const UniqueServiceHandle& manager, const char* serviceName, DWORD access)
+{
+    return UniqueServiceHandle(manager ? OpenServiceA(manager.Get(), serviceName, access) : nullptr);
+}
+
 UniqueServiceHandle OpenServiceForControl(const char* serviceName)
 {
-    const UniqueServiceHandle manager = OpenManager(GENERIC_EXECUTE);
-    if (!manager)
-        return {};
-    return UniqueServiceHandle(OpenServiceA(manager.Get(), serviceName, SERVICE_ALL_ACCESS));
+    return OpenServiceOf(OpenManager(GENERIC_EXECUTE), serviceName);
 }
 
 std::optional<DWORD> ReadServiceState(SC_HANDLE service)
@@ -82,7 +84,7 @@ bool IsServiceActive(const char* serviceName)
     const UniqueServiceHandle manager = OpenManager(GENERIC_READ);
     if (!manager)
         return true;
-    const UniqueServiceHandle service(OpenServiceA(manager.Get(), serviceName, SERVICE_QUERY_STATUS));
+    const UniqueServiceHandle service = OpenServiceOf(manager, serviceName, SERVICE_QUERY_STATUS);
     const std::optional<DWORD> state = ReadServiceState(service.Get());
     return state.has_value() && IsActiveState(*state);
 }

@@ -1,5 +1,5 @@
-// What the pages and the restart of the agents ask Windows' service manager. All of it is about services of
-// this machine.
+// Questions to Windows' service manager about the services of this machine, for the pages and the restart of
+// the agents.
 #pragma once
 
 #include "sysaccess/core/Handles.h"
@@ -16,6 +16,10 @@ inline void CloseService(SC_HANDLE handle)
 
 // A service, or the service manager.
 using UniqueServiceHandle = UniqueHandle<SC_HANDLE, CloseService>;
+
+// Opens a service of a manager that is open; null when that is null or refuses.
+[[nodiscard]] UniqueServiceHandle OpenServiceOf(const UniqueServiceHandle& manager, const char* serviceName,
+                                                DWORD access = SERVICE_ALL_ACCESS);
 
 // Opens a service for every use; null when the manager or the service cannot be opened.
 [[nodiscard]] UniqueServiceHandle OpenServiceForControl(const char* serviceName);

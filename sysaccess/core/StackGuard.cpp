@@ -23,7 +23,7 @@ void __stack_chk_fail()
 namespace {
 
 // From what another process cannot foretell: the clocks, and where Windows has put process, thread and stack.
-// Runs before any code that is checked. The zero in the lowest byte ends a text that is copied over it.
+// Runs while no checked function is active. The zero in the lowest byte ends a text that is copied over it.
 [[gnu::constructor, gnu::no_stack_protector]] void SetStackGuard()
 {
     FILETIME time{};

@@ -5,6 +5,7 @@
 #include "support/HelpRecorder.h"
 #include "support/MessageBoxScript.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentServices.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -19,7 +20,7 @@ struct TestMachine
 {
     TestMachine()
     {
-        productOptions.SetString("ProductType", "ServerNT");
+        productOptions.SetString(productTypeValue, "ServerNT");
         for (const support::TestKey* key :
              {&hostAgents, &serverAgents, &storageAgents, &nicAgents, &product, &activeDebugger})
             key->Clear();
@@ -27,25 +28,25 @@ struct TestMachine
         hostAgent.Create();
         parkedDebugger.Create();
         hostParameters.Create();
-        fibreAgent.SetDword("DisableFlags", 0);
-        arrayAgent.SetDword("DisableFlags", 0);
-        sasAgent.SetDword("DisableFlags", 0);
+        fibreAgent.SetDword(disableFlagsValue, 0);
+        arrayAgent.SetDword(disableFlagsValue, 0);
+        sasAgent.SetDword(disableFlagsValue, 0);
     }
 
-    support::SavedKey productOptions{"SYSTEM\\CurrentControlSet\\Control\\ProductOptions"};
-    support::SavedKey hostAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgHost"};
-    support::SavedKey serverAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgServ"};
-    support::SavedKey storageAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgStor"};
-    support::SavedKey nicAgents{"SYSTEM\\CurrentControlSet\\Services\\VTNNicMgmt"};
-    support::SavedKey product{"SOFTWARE\\Vortan Lumora Agent"};
-    support::SavedKey activeDebugger{"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug"};
-    support::TestKey hostSnmp = hostAgents.Subkey("VTNSNMP");
-    support::TestKey hostAgent = hostAgents.Subkey("VTNMHOST");
-    support::TestKey hostParameters = hostAgents.Subkey("Parameters");
-    support::TestKey parkedDebugger = hostAgents.Subkey("AppTrap");
-    support::TestKey fibreAgent = storageAgents.Subkey("VTNFCA");
-    support::TestKey arrayAgent = storageAgents.Subkey("VTNMIDA");
-    support::TestKey sasAgent = storageAgents.Subkey("VTNSAS");
+    support::SavedKey productOptions{productOptionsKey};
+    support::SavedKey hostAgents{ServiceKey(hostServiceName)};
+    support::SavedKey serverAgents{ServiceKey(serverServiceName)};
+    support::SavedKey storageAgents{ServiceKey(storageServiceName)};
+    support::SavedKey nicAgents{ServiceKey(nicServiceName)};
+    support::SavedKey product{productKey};
+    support::SavedKey activeDebugger{activeDebuggerKey};
+    support::TestKey hostSnmp{hostSnmpKey};
+    support::TestKey hostAgent{hostAgentKey};
+    support::TestKey hostParameters{hostParametersKey};
+    support::TestKey parkedDebugger{parkedDebuggerKey};
+    support::TestKey fibreAgent{fibreAgentKey};
+    support::TestKey arrayAgent{arrayAgentKey};
+    support::TestKey sasAgent{sasAgentKey};
 };
 
 // The applet, loaded and initialised, with somebody to answer its message boxes.

@@ -14,7 +14,7 @@ class ClientKeys : public ClientPage
     DialogDriver OpenByKeys()
     {
         const DialogDriver page = Open();
-        page.Focus(IDC_CLIENT_ENABLE);
+        page.Focus(IDC_DESKTOP_ENABLE);
         return page;
     }
 
@@ -31,11 +31,11 @@ TEST_F(ClientKeys, SwitchOnNameTheScriptAndSave)
     const DialogDriver page = OpenByKeys();
     m_boxes.Answer(IDOK);
     m_host.PressKeyWithAlt('E');
-    EXPECT_TRUE(page.IsChecked(IDC_CLIENT_ENABLE));
+    EXPECT_TRUE(page.IsChecked(IDC_DESKTOP_ENABLE));
     m_host.PressKeyWithAlt('L');
-    ExpectFocus(page, IDC_CLIENT_SCRIPT);
-    page.Type(IDC_CLIENT_SCRIPT, path + "*?\""); // in place of what is there; no path has the last three
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), path);
+    ExpectFocus(page, IDC_DESKTOP_SCRIPT);
+    page.Type(IDC_DESKTOP_SCRIPT, path + "*?\""); // in place of what is there; no path has the last three
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), path);
     m_host.PressKey(VK_RETURN);
     EXPECT_EQ(m_host.WaitForEnd(), 0);
     ExpectString(m_machine.hostAgent, "ClientIni", path);
@@ -48,9 +48,9 @@ TEST_F(ClientKeys, SpaceSwitchesOffAndOnAgain)
     const DialogDriver page = OpenByKeys();
     m_boxes.Answer(IDOK).Answer(IDOK);
     m_host.PressKey(VK_SPACE);
-    EXPECT_TRUE(page.IsChecked(IDC_CLIENT_ENABLE));
+    EXPECT_TRUE(page.IsChecked(IDC_DESKTOP_ENABLE));
     m_host.PressKey(VK_SPACE);
-    EXPECT_FALSE(page.IsChecked(IDC_CLIENT_ENABLE));
+    EXPECT_FALSE(page.IsChecked(IDC_DESKTOP_ENABLE));
     m_host.PressKey(VK_SPACE);
     support::ExpectBoxes(m_boxes, {enabledNote, enabledNote});
     m_host.PressCancel();
@@ -59,12 +59,12 @@ TEST_F(ClientKeys, SpaceSwitchesOffAndOnAgain)
 TEST_F(ClientKeys, TabGoesFromTheSwitchToThePathAndItsButton)
 {
     const DialogDriver page = OpenSwitchedOn();
-    page.Focus(IDC_CLIENT_ENABLE);
+    page.Focus(IDC_DESKTOP_ENABLE);
     m_host.PressKey(VK_TAB);
-    ExpectFocus(page, IDC_CLIENT_SCRIPT);
+    ExpectFocus(page, IDC_DESKTOP_SCRIPT);
     ExpectWholePathSelected(page);
     m_host.PressKey(VK_TAB);
-    ExpectFocus(page, IDC_CLIENT_BROWSE);
+    ExpectFocus(page, IDC_DESKTOP_BROWSE);
     m_host.PressKey(VK_TAB);
     ExpectFocus(m_host.Sheet(), IDOK);
     m_host.PressCancel();

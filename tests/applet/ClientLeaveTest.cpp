@@ -31,7 +31,7 @@ class ClientLeave : public ClientPage
     void ExpectLeaves(const std::string& path, support::Location where = support::Location::current())
     {
         const Names before = Files();
-        m_host.Page("Desktop Mgmt").SetText(IDC_CLIENT_SCRIPT, path);
+        m_host.Page("Desktop Mgmt").SetText(IDC_DESKTOP_SCRIPT, path);
         support::ExpectEqual(true, m_host.TurnTo("Storage"), "leaves with " + path, where);
         support::ExpectEqual(before, Files(), "files", where);
     }
@@ -41,11 +41,11 @@ class ClientLeave : public ClientPage
     {
         const Names before = Files();
         const DialogDriver page = m_host.ActivePage();
-        page.SetText(IDC_CLIENT_SCRIPT, path);
-        page.Focus(IDC_CLIENT_ENABLE);
+        page.SetText(IDC_DESKTOP_SCRIPT, path);
+        page.Focus(IDC_DESKTOP_ENABLE);
         m_boxes.Answer(IDOK, where);
         support::ExpectEqual(false, m_host.TurnTo("Storage"), "leaves with " + path, where);
-        support::ExpectEqual(page.Control(IDC_CLIENT_SCRIPT), m_host.Thread().Focus(), "focus", where);
+        support::ExpectEqual(page.Control(IDC_DESKTOP_SCRIPT), m_host.Thread().Focus(), "focus", where);
         ExpectWholePathSelected(page, where);
         support::ExpectEqual(before, Files(), "files", where);
     }
@@ -58,7 +58,7 @@ TEST_F(ClientLeave, IsAllowedWithABatchFileThatIsThereOrCouldBeMade)
     SetFileAttributesA(m_scripts.File("read only.bat").c_str(), FILE_ATTRIBUTE_READONLY);
     Open();
     m_boxes.Answer(IDOK);
-    m_host.ActivePage().Check(IDC_CLIENT_ENABLE);
+    m_host.ActivePage().Check(IDC_DESKTOP_ENABLE);
     ExpectLeaves(m_script);
     ExpectLeaves(m_scripts.File("read only.bat"));
     ExpectLeaves(m_scripts.File("absent.Bat"));
@@ -128,7 +128,7 @@ TEST_F(ClientLeave, IsRefusedWithAFileThatNobodyElseMayRead)
 TEST_F(ClientLeave, ByOkIsRefusedTooAndSavesNothing)
 {
     const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
+    page.SetText(IDC_DESKTOP_SCRIPT, m_scripts.File("LOGIN.txt"));
     m_boxes.Answer(IDOK);
     m_host.Sheet().Click(IDOK);
     support::ExpectBoxes(m_boxes, {nameRefusal});
@@ -140,10 +140,10 @@ TEST_F(ClientLeave, ByOkIsRefusedTooAndSavesNothing)
 TEST_F(ClientLeave, IsAllowedWithAnyPathWhileSwitchedOff)
 {
     const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("LOGIN.txt"));
-    page.Uncheck(IDC_CLIENT_ENABLE);
+    page.SetText(IDC_DESKTOP_SCRIPT, m_scripts.File("LOGIN.txt"));
+    page.Uncheck(IDC_DESKTOP_ENABLE);
     EXPECT_TRUE(m_host.TurnTo("Storage"));
-    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_CLIENT_SCRIPT), m_scripts.File("LOGIN.txt"));
+    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_DESKTOP_SCRIPT), m_scripts.File("LOGIN.txt"));
     m_host.PressCancel();
 }
 

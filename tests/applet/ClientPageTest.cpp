@@ -18,10 +18,10 @@ using support::WriteBytes;
 TEST_F(ClientPage, ShowsTheDefaultScriptSwitchedOff)
 {
     const DialogDriver page = Open();
-    EXPECT_FALSE(page.IsChecked(IDC_CLIENT_ENABLE));
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_script);
-    EXPECT_FALSE(page.IsEnabled(IDC_CLIENT_SCRIPT));
-    EXPECT_FALSE(page.IsEnabled(IDC_CLIENT_BROWSE));
+    EXPECT_FALSE(page.IsChecked(IDC_DESKTOP_ENABLE));
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), m_script);
+    EXPECT_FALSE(page.IsEnabled(IDC_DESKTOP_SCRIPT));
+    EXPECT_FALSE(page.IsEnabled(IDC_DESKTOP_BROWSE));
     m_host.PressCancel();
 }
 
@@ -29,10 +29,10 @@ TEST_F(ClientPage, ShowsTheRecordedScriptSwitchedOn)
 {
     m_script = m_scripts.File("my log on \x93\xFA\x96\x7B.bat");
     const DialogDriver page = OpenSwitchedOn();
-    EXPECT_TRUE(page.IsChecked(IDC_CLIENT_ENABLE));
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_script);
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT));
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_BROWSE));
+    EXPECT_TRUE(page.IsChecked(IDC_DESKTOP_ENABLE));
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), m_script);
+    EXPECT_TRUE(page.IsEnabled(IDC_DESKTOP_SCRIPT));
+    EXPECT_TRUE(page.IsEnabled(IDC_DESKTOP_BROWSE));
     m_host.PressCancel();
 }
 
@@ -47,8 +47,8 @@ TEST_F(ClientPage, ShowsAnEmptyRecordAsSwitchedOn)
 {
     m_machine.hostAgent.SetString("ClientIni", "");
     const DialogDriver page = Open();
-    EXPECT_TRUE(page.IsChecked(IDC_CLIENT_ENABLE));
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_script);
+    EXPECT_TRUE(page.IsChecked(IDC_DESKTOP_ENABLE));
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), m_script);
     m_host.PressCancel();
 }
 
@@ -56,7 +56,7 @@ TEST_F(ClientPage, ShowsARecordThatMayNotBeReadAsSwitchedOn)
 {
     m_host.Open();
     m_machine.hostAgent.Delete();
-    EXPECT_TRUE(m_host.Page("Desktop Mgmt").IsChecked(IDC_CLIENT_ENABLE));
+    EXPECT_TRUE(m_host.Page("Desktop Mgmt").IsChecked(IDC_DESKTOP_ENABLE));
     m_host.PressCancel();
 }
 
@@ -98,7 +98,7 @@ TEST_F(ClientPage, ShowsItsHelpTopicForTheButtonAndF1)
 TEST_F(ClientPage, ShowsNoHelpWhileThePathIsRefused)
 {
     const support::HelpRecorder help(m_host.Module());
-    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, "LOGIN.txt");
+    OpenSwitchedOn().SetText(IDC_DESKTOP_SCRIPT, "LOGIN.txt");
     m_boxes.Answer(IDOK);
     m_host.Sheet().Click(IDHELP);
     support::ExpectBoxes(m_boxes, {nameRefusal});
@@ -119,10 +119,10 @@ TEST_F(ClientStart, ShowsThePageSwitchedOnAndSaysNothing)
     for (const char* product : {"LanmanNT", "ServerNT"}) {
         m_machine.productOptions.SetString("ProductType", product);
         const DialogDriver page = Open();
-        EXPECT_TRUE(page.IsChecked(IDC_CLIENT_ENABLE)) << product;
-        EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT)) << product;
-        EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_BROWSE)) << product;
-        EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_script) << product;
+        EXPECT_TRUE(page.IsChecked(IDC_DESKTOP_ENABLE)) << product;
+        EXPECT_TRUE(page.IsEnabled(IDC_DESKTOP_SCRIPT)) << product;
+        EXPECT_TRUE(page.IsEnabled(IDC_DESKTOP_BROWSE)) << product;
+        EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), m_script) << product;
         ExpectWholePathSelected(page);
         m_host.PressCancel();
     }
@@ -141,7 +141,7 @@ TEST_F(ClientStart, OkSharesAndCopiesButLeavesScriptAndRecordAlone)
 
 TEST_F(ClientStart, OkAfterTypingSavesTheScriptToo)
 {
-    Open().Type(IDC_CLIENT_SCRIPT, m_script); // in place of the selected text
+    Open().Type(IDC_DESKTOP_SCRIPT, m_script); // in place of the selected text
     m_host.PressOk();
     ExpectString(m_machine.hostAgent, "ClientIni", m_script);
     EXPECT_TRUE(FileExists(m_script));
@@ -151,7 +151,7 @@ TEST_F(ClientStart, OkAfterTypingSavesTheScriptToo)
 TEST_F(ClientStart, SwitchingOffAgainLeavesFilesAndShareAlone)
 {
     WriteBytes(m_scripts.File("VTNCLNT.EXE"), "somebody's");
-    Open().Uncheck(IDC_CLIENT_ENABLE);
+    Open().Uncheck(IDC_DESKTOP_ENABLE);
     m_host.PressOk();
     EXPECT_EQ(ReadBytes(m_scripts.File("VTNCLNT.EXE")), "somebody's");
     EXPECT_FALSE(FileExists(m_script));
@@ -197,7 +197,7 @@ class ClientReboot : public ClientPage
 
 TEST_F(ClientReboot, IsAskedForAfterAChange)
 {
-    OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, m_script);
+    OpenSwitchedOn().Type(IDC_DESKTOP_SCRIPT, m_script);
     m_boxes.Answer(IDNO).Answer(IDOK);
     m_host.PressOk();
     support::ExpectBoxes(m_boxes, {restartOffer, rebootNotice});
@@ -224,7 +224,7 @@ TEST_F(ClientReboot, IsNotAskedForAfterALookAtThePage)
 TEST_F(ClientReboot, IsAskedForWithoutServicesToRestart)
 {
     m_services.Fail("OpenServiceA", "VtMgHost", ERROR_SERVICE_DOES_NOT_EXIST);
-    OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, m_script);
+    OpenSwitchedOn().Type(IDC_DESKTOP_SCRIPT, m_script);
     m_boxes.Answer(IDOK);
     m_host.PressOk();
     support::ExpectBoxes(m_boxes, {rebootNotice});

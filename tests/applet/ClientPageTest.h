@@ -22,7 +22,7 @@ class ClientPage : public AppletTest
   protected:
     ClientPage()
     {
-        m_machine.productOptions.SetString("ProductType", "LanmanNT");
+        m_machine.productOptions.SetString(productTypeValue, "LanmanNT");
         m_shares.Add("NETLOGON", {.path = m_scripts.Path()});
         CreateDirectoryA(m_windows.File("system32").c_str(), nullptr);
         CreateDirectoryA(m_windows.File("system32\\vtnmgmt").c_str(), nullptr);
@@ -39,7 +39,7 @@ class ClientPage : public AppletTest
     // The page of a machine on which desktop management is on.
     support::DialogDriver OpenSwitchedOn()
     {
-        m_machine.hostAgent.SetString("ClientIni", m_script);
+        m_machine.hostAgent.SetString(clientIniValue, m_script);
         return Open();
     }
 
@@ -48,7 +48,7 @@ class ClientPage : public AppletTest
     {
         const support::DialogDriver page = Open();
         m_boxes.Answer(IDOK);
-        page.Check(IDC_CLIENT_ENABLE);
+        page.Check(IDC_DESKTOP_ENABLE);
         return page;
     }
 
@@ -56,14 +56,14 @@ class ClientPage : public AppletTest
     static void ExpectWholePathSelected(const support::DialogDriver& page,
                                         support::Location where = support::Location::current())
     {
-        const LRESULT selection = support::SendWithin(page.Control(IDC_CLIENT_SCRIPT), EM_GETSEL);
-        support::ExpectEqual<LRESULT>(MAKELONG(0, page.Text(IDC_CLIENT_SCRIPT).size()), selection,
+        const LRESULT selection = support::SendWithin(page.Control(IDC_DESKTOP_SCRIPT), EM_GETSEL);
+        support::ExpectEqual<LRESULT>(MAKELONG(0, page.Text(IDC_DESKTOP_SCRIPT).size()), selection,
                                       "selection", where);
     }
 
     void ExpectSwitchedOff()
     {
-        support::ExpectAbsent(m_machine.hostAgent, "ClientIni");
+        support::ExpectAbsent(m_machine.hostAgent, clientIniValue);
         EXPECT_FALSE(support::FileExists(m_scripts.File("VTNCLNT.EXE")));
         EXPECT_FALSE(m_shares.Find("VTNDATA"));
     }
@@ -71,7 +71,7 @@ class ClientPage : public AppletTest
     support::TestDirectory m_windows;
     support::TestDirectory m_scripts;
     support::SavedVariable m_systemRoot{"SystemRoot", m_windows.Path()};
-    support::SavedKey m_server{"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters"};
+    support::SavedKey m_server{fileServerKey};
     support::ShareScript m_shares{m_host.Module()};
     std::string m_script = m_scripts.File("LOGIN.BAT");
 };

@@ -20,17 +20,17 @@ using support::ReadBytes;
 TEST_F(ClientPage, APathCanBeTypedWithItsOwnPunctuationOnly)
 {
     const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, "");
-    page.Type(IDC_CLIENT_SCRIPT, "aZ09`!@#$%()_-{}~' :\\/.");
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "aZ09`!@#$%()_-{}~' :\\/.");
-    page.Type(IDC_CLIENT_SCRIPT, "^&*+=[]|;\"<>?,\x93\xFA\xE4");
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "aZ09`!@#$%()_-{}~' :\\/.");
-    page.Type(IDC_CLIENT_SCRIPT, "C:^\\\b\\a"); // in place of what is selected
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "C:\\a");
+    page.SetText(IDC_DESKTOP_SCRIPT, "");
+    page.Type(IDC_DESKTOP_SCRIPT, "aZ09`!@#$%()_-{}~' :\\/.");
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), "aZ09`!@#$%()_-{}~' :\\/.");
+    page.Type(IDC_DESKTOP_SCRIPT, "^&*+=[]|;\"<>?,\x93\xFA\xE4");
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), "aZ09`!@#$%()_-{}~' :\\/.");
+    page.Type(IDC_DESKTOP_SCRIPT, "C:^\\\b\\a"); // in place of what is selected
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), "C:\\a");
     m_host.PressCancel();
 }
 
-// The number by which the page has always set its filter up. No control has it, so nothing is taken over
+// The number by which the page sets its filter up. No control has it, so nothing is taken over
 // twice.
 TEST_F(ClientPage, FiltersTheFieldWithoutTakingItOverOnceMore)
 {
@@ -51,7 +51,7 @@ TEST_F(ClientPage, FiltersTheFieldWithoutTakingItOverOnceMore)
 TEST_F(ClientPage, ATypedPathIsUpdatedAndRecorded)
 {
     const std::string path = m_scripts.File("other start.Bat");
-    OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, path); // in place of the selected text
+    OpenSwitchedOn().Type(IDC_DESKTOP_SCRIPT, path); // in place of the selected text
     m_host.PressOk();
     ExpectString(m_machine.hostAgent, "ClientIni", path);
     EXPECT_TRUE(FileExists(path));
@@ -62,7 +62,7 @@ TEST_F(ClientPage, ANetworkPathCanBeTypedLeftAndSaved)
 {
     const support::NetworkDirectory network("netlogon");
     const std::string path = network.File("LOGIN.BAT");
-    OpenSwitchedOn().Type(IDC_CLIENT_SCRIPT, path);
+    OpenSwitchedOn().Type(IDC_DESKTOP_SCRIPT, path);
     EXPECT_TRUE(m_host.TurnTo("Storage"));
     EXPECT_FALSE(FileExists(path));
     m_host.PressOk();
@@ -95,7 +95,7 @@ TEST_F(ScriptPathLength, MayBe256)
 {
     const std::string path = PathOf(256);
     ASSERT_EQ(path.size(), 256U);
-    OpenSwitchedOn().SetText(IDC_CLIENT_SCRIPT, path);
+    OpenSwitchedOn().SetText(IDC_DESKTOP_SCRIPT, path);
     m_host.PressOk();
     ExpectString(m_machine.hostAgent, "ClientIni", path);
 }
@@ -103,7 +103,7 @@ TEST_F(ScriptPathLength, MayBe256)
 TEST_F(ScriptPathLength, MayNotBe257)
 {
     const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, PathOf(257));
+    page.SetText(IDC_DESKTOP_SCRIPT, PathOf(257));
     m_boxes.Answer(IDOK);
     EXPECT_FALSE(m_host.TurnTo("Storage"));
     EXPECT_NE(m_boxes.Shown()[0].text.find("256"), std::string::npos);
@@ -113,8 +113,8 @@ TEST_F(ScriptPathLength, MayNotBe257)
 TEST_F(ScriptPathLength, IsNotLimitedWhileSwitchedOff)
 {
     const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, PathOf(300));
-    page.Uncheck(IDC_CLIENT_ENABLE);
+    page.SetText(IDC_DESKTOP_SCRIPT, PathOf(300));
+    page.Uncheck(IDC_DESKTOP_ENABLE);
     EXPECT_TRUE(m_host.TurnTo("Storage"));
     m_host.PressCancel();
 }
@@ -146,13 +146,13 @@ TEST_F(ClientBrowse, AsksForABatchFileStartingFromTheTypedPath)
 {
     s_choice.clear();
     const DialogDriver page = OpenSwitchedOn();
-    page.SetText(IDC_CLIENT_SCRIPT, m_scripts.File("typed.bat"));
-    page.Click(IDC_CLIENT_BROWSE);
+    page.SetText(IDC_DESKTOP_SCRIPT, m_scripts.File("typed.bat"));
+    page.Click(IDC_DESKTOP_BROWSE);
     EXPECT_EQ(s_start, m_scripts.File("typed.bat"));
     EXPECT_EQ(s_filter, "Command Files (*.bat)|*.bat|");
     EXPECT_NE(s_asked.Flags & OFN_HIDEREADONLY, 0U);
     EXPECT_EQ(s_asked.Flags & OFN_OVERWRITEPROMPT, 0U);
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), m_scripts.File("typed.bat"));
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), m_scripts.File("typed.bat"));
     m_host.PressCancel();
 }
 
@@ -160,7 +160,7 @@ TEST_F(ClientBrowse, AsksForABatchFileStartingFromTheTypedPath)
 TEST_F(ClientBrowse, NamesTheFilesInTheUsersLanguage)
 {
     s_choice.clear();
-    OpenSwitchedOn().Click(IDC_CLIENT_BROWSE);
+    OpenSwitchedOn().Click(IDC_DESKTOP_BROWSE);
     std::array<char, 128> filter{};
     LoadStringA(m_host.Module(), IDS_SCRIPT_FILE_FILTER, filter.data(), filter.size());
     EXPECT_EQ(s_filter + "|", filter.data());
@@ -171,8 +171,8 @@ TEST_F(ClientBrowse, TakesTheChosenScript)
 {
     s_choice = m_scripts.File("chosen \x93\xFA\x96\x7B.bat");
     const DialogDriver page = OpenSwitchedOn();
-    page.Click(IDC_CLIENT_BROWSE);
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), s_choice);
+    page.Click(IDC_DESKTOP_BROWSE);
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), s_choice);
     ExpectWholePathSelected(page);
     m_host.PressOk();
     ExpectString(m_machine.hostAgent, "ClientIni", s_choice);
@@ -183,8 +183,8 @@ TEST_F(ClientBrowse, CancelLeavesEverythingAsItWas)
 {
     const DialogDriver page = OpenSwitchedOn();
     s_choice.clear();
-    page.Click(IDC_CLIENT_BROWSE);
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT));
+    page.Click(IDC_DESKTOP_BROWSE);
+    EXPECT_TRUE(page.IsEnabled(IDC_DESKTOP_SCRIPT));
     m_host.PressOk();
     EXPECT_FALSE(FileExists(m_script));
 }
@@ -195,10 +195,10 @@ TEST_F(ClientBrowse, TellsAtOnceOfAPathThatIsTooLong)
     s_choice += std::string(257 - s_choice.size() - 4, 'a') + ".bat";
     const DialogDriver page = OpenSwitchedOn();
     m_boxes.Answer(IDOK);
-    page.Click(IDC_CLIENT_BROWSE);
+    page.Click(IDC_DESKTOP_BROWSE);
     ASSERT_EQ(m_boxes.Shown().size(), 1U);
     EXPECT_NE(m_boxes.Shown()[0].text.find("256"), std::string::npos);
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), s_choice);
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), s_choice);
     ExpectWholePathSelected(page);
     m_host.PressCancel();
 }
@@ -209,7 +209,7 @@ TEST_F(ClientPage, BrowsingLeavesTheCurrentDirectoryAsItIs)
 {
     const std::string before = CurrentDirectory();
     const DialogDriver page = OpenSwitchedOn();
-    PostMessageA(page.Control(IDC_CLIENT_BROWSE), BM_CLICK, 0, 0);
+    PostMessageA(page.Control(IDC_DESKTOP_BROWSE), BM_CLICK, 0, 0);
     HWND dialog = nullptr;
     const auto isUp = [&] {
         dialog = GetLastActivePopup(m_host.Sheet().Window());

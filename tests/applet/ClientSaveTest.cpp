@@ -19,11 +19,11 @@ TEST_F(ClientPage, SwitchingOnTellsWhatItDoesNotDoAndFreesTheControls)
 {
     const DialogDriver page = OpenAndSwitchOn();
     support::ExpectBoxes(m_boxes, {enabledNote});
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_SCRIPT));
-    EXPECT_TRUE(page.IsEnabled(IDC_CLIENT_BROWSE));
-    page.Uncheck(IDC_CLIENT_ENABLE);
-    EXPECT_FALSE(page.IsEnabled(IDC_CLIENT_SCRIPT));
-    EXPECT_FALSE(page.IsEnabled(IDC_CLIENT_BROWSE));
+    EXPECT_TRUE(page.IsEnabled(IDC_DESKTOP_SCRIPT));
+    EXPECT_TRUE(page.IsEnabled(IDC_DESKTOP_BROWSE));
+    page.Uncheck(IDC_DESKTOP_ENABLE);
+    EXPECT_FALSE(page.IsEnabled(IDC_DESKTOP_SCRIPT));
+    EXPECT_FALSE(page.IsEnabled(IDC_DESKTOP_BROWSE));
     m_host.PressCancel();
 }
 
@@ -44,7 +44,7 @@ TEST_F(ClientPage, OkAfterSwitchingOffUndoesEveryStep)
     WriteBytes(m_script, "@echo off\r\n");
     OpenAndSwitchOn();
     m_host.PressOk();
-    Open().Uncheck(IDC_CLIENT_ENABLE);
+    Open().Uncheck(IDC_DESKTOP_ENABLE);
     m_host.PressOk();
     ExpectSwitchedOff();
     EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
@@ -69,9 +69,9 @@ TEST_F(ClientPage, OkOnAnUntouchedPageChangesNothing)
 TEST_F(ClientPage, SwitchedTwiceItRewritesTheScriptAndLeavesFilesAndShareAlone)
 {
     const DialogDriver page = OpenSwitchedOn();
-    page.Uncheck(IDC_CLIENT_ENABLE);
+    page.Uncheck(IDC_DESKTOP_ENABLE);
     m_boxes.Answer(IDOK);
-    page.Check(IDC_CLIENT_ENABLE);
+    page.Check(IDC_DESKTOP_ENABLE);
     m_host.PressOk();
     EXPECT_TRUE(FileExists(m_script));
     ExpectString(m_machine.hostAgent, "ClientIni", m_script);
@@ -184,7 +184,7 @@ TEST_F(ClientFailure, OfTheClientsProfile)
 
 TEST_F(ClientFailure, OfDeletingTheClient)
 {
-    OpenAfterSwitchingOn().Uncheck(IDC_CLIENT_ENABLE);
+    OpenAfterSwitchingOn().Uncheck(IDC_DESKTOP_ENABLE);
     const HANDLE holder = HoldOpen(m_scripts.File("VTNCLNT.EXE"));
     ExpectEndsWith(
         "Cannot disable Desktop Management.  Error removing files from the client share directory.");
@@ -195,7 +195,7 @@ TEST_F(ClientFailure, OfDeletingTheClient)
 
 TEST_F(ClientFailure, OfDeletingTheShare)
 {
-    OpenAfterSwitchingOn().Uncheck(IDC_CLIENT_ENABLE);
+    OpenAfterSwitchingOn().Uncheck(IDC_DESKTOP_ENABLE);
     m_shares.Fail("NetShareDel", ERROR_ACCESS_DENIED);
     ExpectEndsWith("Cannot remove Desktop Management Discovery shared directory\n"
                    "%SystemRoot%\\System32\\VTNMGMT\\VTNDATA.");

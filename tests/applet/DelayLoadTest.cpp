@@ -4,6 +4,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <windows.h>
+
+// It needs windows.h before it.
+#include <lm.h>
 
 namespace {
 
@@ -82,7 +86,7 @@ TEST_F(DelayLoad, ShowsItsTitleWithoutAVersionWhereTheVersionCannotBeRead)
     m_host.Open();
     EXPECT_EQ(m_host.Sheet().Title(), "Management Agents for Servers Version  - Windows");
     m_host.PressCancel();
-    EXPECT_FALSE(loaded.Ending("version.dll").empty());
+    EXPECT_EQ(loaded.Ending("version.dll"), std::vector{InSystemDirectory("version.dll")});
 }
 
 TEST_F(DelayLoad, FindsNoScriptDirectoryWithoutTheLibraryOfShares)
@@ -90,9 +94,9 @@ TEST_F(DelayLoad, FindsNoScriptDirectoryWithoutTheLibraryOfShares)
     m_machine.productOptions.SetString("ProductType", "LanmanNT");
     const LoadedLibraries loaded(m_host.Module(), "netapi32.dll");
     m_host.Open();
-    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_CLIENT_SCRIPT), "\\LOGIN.BAT");
+    EXPECT_EQ(m_host.Page("Desktop Mgmt").Text(IDC_DESKTOP_SCRIPT), "\\LOGIN.BAT");
     m_host.PressCancel();
-    EXPECT_FALSE(loaded.Ending("netapi32.dll").empty());
+    EXPECT_EQ(loaded.Ending("netapi32.dll"), std::vector{InSystemDirectory("netapi32.dll")});
 }
 
 TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
@@ -102,10 +106,23 @@ TEST_F(DelayLoad, KeepsThePathWhereTheFileDialogCannotBeShown)
     const LoadedLibraries loaded(m_host.Module(), "comdlg32.dll");
     m_host.Open();
     const support::DialogDriver page = m_host.Page("Desktop Mgmt");
-    page.Click(IDC_CLIENT_BROWSE);
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "C:\\LOGIN.BAT");
-    EXPECT_FALSE(loaded.Ending("comdlg32.dll").empty());
+    page.Click(IDC_DESKTOP_BROWSE);
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), "C:\\LOGIN.BAT");
+    EXPECT_EQ(loaded.Ending("comdlg32.dll"), std::vector{InSystemDirectory("comdlg32.dll")});
     m_host.PressCancel();
+}
+
+NET_API_STATUS WINAPI FreeNothing(LPVOID /*buffer*/)
+{
+    return 0;
+}
+
+TEST_F(DelayLoad, LeavesAHookBelowAnotherInPlace)
+{
+    const support::ReplacedImport lower(m_host.Module(), "NetApiBufferFree", &FreeNothing);
+    const support::ReplacedImport upper(m_host.Module(), "NetApiBufferFree", &FreeNothing);
+    EXPECT_EQ(upper.Original<decltype(FreeNothing)>(), &FreeNothing);
+    EXPECT_NE(lower.Original<decltype(FreeNothing)>(), &FreeNothing);
 }
 
 } // namespace

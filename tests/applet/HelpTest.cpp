@@ -1,6 +1,7 @@
 // Help: the Help button, F1, the help file of each language, and a system without HTML Help.
 #include "applet/AppletTest.h"
 #include "resources/resource.h"
+#include "support/HostAgent.h"
 #include "support/ImportHook.h"
 
 #include <cstring>
@@ -18,8 +19,9 @@ class Help : public AppletTest
     support::HelpRecorder m_help{m_host.Module()};
 };
 
-const support::HelpRequest storageHelp{nullptr, "C:\\windows\\System32\\vtnmgmt\\vtmghost\\vtnmgmt.chm",
-                                       HH_DISPLAY_TOPIC, "html\\vtnm7wh1.htm"};
+const std::string helpDirectory = support::EnvironmentVariable("WINDIR") + "\\System32\\vtnmgmt\\vtmghost\\";
+const support::HelpRequest storageHelp{nullptr, helpDirectory + "vtnmgmt.chm", HH_DISPLAY_TOPIC,
+                                       "html\\vtnm7wh1.htm"};
 
 TEST_F(Help, TheButtonShowsThePagesTopic)
 {
@@ -117,7 +119,7 @@ TEST_F(Help, AJapaneseSystemGetsItsOwnHelpFile)
     m_host.Page("Storage");
     m_host.PressKey(VK_F1);
     ASSERT_EQ(m_help.Requests().size(), 1U);
-    EXPECT_EQ(m_help.Requests()[0].file, "C:\\windows\\System32\\vtnmgmt\\vtmghost\\vtnmgmt_jpn.chm");
+    EXPECT_EQ(m_help.Requests()[0].file, helpDirectory + "vtnmgmt_jpn.chm");
     m_host.PressCancel();
 }
 

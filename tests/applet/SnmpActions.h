@@ -17,7 +17,7 @@ class SnmpActions : public testing::Test
   protected:
     SnmpActions()
     {
-        m_traps.SetBinary("TrapData", {1});
+        m_traps.SetBinary(trapDataValue, {1});
         SetHostState(SERVICE_RUNNING);
         m_thresholds.Delete();
         for (const char* key : thresholdKeys)
@@ -27,11 +27,12 @@ class SnmpActions : public testing::Test
     // SNMP and the two services that depend on it.
     void SetHostState(DWORD state)
     {
-        m_services.Add("SNMP", {.displayName = "SNMP Service",
-                                .states = {support::ServiceState(SERVICE_RUNNING)},
-                                .dependents = {"VtMgStor", "VtMgHost"}});
-        m_services.Add("VtMgHost", {.displayName = "Host Agents", .states = {support::ServiceState(state)}});
-        m_services.Add("VtMgStor",
+        m_services.Add(snmpServiceName, {.displayName = "SNMP Service",
+                                         .states = {support::ServiceState(SERVICE_RUNNING)},
+                                         .dependents = {storageServiceName, hostServiceName}});
+        m_services.Add(hostServiceName,
+                       {.displayName = "Host Agents", .states = {support::ServiceState(state)}});
+        m_services.Add(storageServiceName,
                        {.displayName = "Storage Agents", .states = {support::ServiceState(SERVICE_RUNNING)}});
     }
 
@@ -54,7 +55,7 @@ class SnmpActions : public testing::Test
     support::AppletHost m_host{appletPath};
     support::CallLog m_log;
     support::MessageBoxScript m_boxes{m_host.Module(), &m_log};
-    support::SavedKey m_traps{"SYSTEM\\VortanHost\\Host\\Component\\GenericTrap"};
+    support::SavedKey m_traps{trapKey};
     support::SavedKey m_thresholds{"SYSTEM\\VortanPermanent"};
     support::ServiceScript m_services{m_host.Module(), &m_log};
     support::FakeClock m_clock{m_host.Module(), 1000, &m_log};

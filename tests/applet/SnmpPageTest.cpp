@@ -111,7 +111,7 @@ TEST_F(SnmpPage, SavesEveryCombinationThatTheUserCanTick)
 {
     m_machine.serverAgents.Subkey("VTNRACK").Create();
     for (const DWORD flags : {0U, 1U, 3U, 4U, 5U, 7U}) {
-        m_machine.hostSnmp.SetDword("SetsEnabled", 0x1F);
+        m_machine.hostSnmp.SetDword("SetsEnabled", 0x80000007);
         const DialogDriver page = Open();
         for (const int box : {IDC_SNMP_REMOTE_REBOOT, IDC_SNMP_SETS, IDC_SNMP_DISABLE_RACK_TRAPS})
             page.Uncheck(box);
@@ -134,9 +134,9 @@ class OneControl : public SnmpPage
     OneControl()
     {
         m_machine.serverAgents.Subkey("VTNRACK").Create();
-        m_machine.hostSnmp.SetDword("SetsEnabled", 0x19);
+        m_machine.hostSnmp.SetDword("SetsEnabled", 0x80000001);
         m_machine.hostSnmp.SetDword("Timeout", 5001);
-        m_machine.hostAgent.SetDword("HostFlags", 0x10);
+        m_machine.hostAgent.SetDword("HostFlags", 0x80000000);
         m_machine.activeDebugger.SetString("Debugger", "drwtsn32");
     }
 
@@ -149,12 +149,12 @@ class OneControl : public SnmpPage
             if (key.Value(value) != before)
                 written |= change;
         };
-        const auto number = [](BYTE low, BYTE high = 0) {
-            return support::StoredValue{REG_DWORD, {low, high, 0, 0}};
+        const auto number = [](BYTE lowest, BYTE low, BYTE highest) {
+            return support::StoredValue{REG_DWORD, {lowest, low, 0, highest}};
         };
-        mark(m_machine.hostSnmp, "SetsEnabled", number(0x19), SetsChanged);
-        mark(m_machine.hostSnmp, "Timeout", number(0x89, 0x13), IntervalChanged);
-        mark(m_machine.hostAgent, "HostFlags", number(0x10), TelnetChanged);
+        mark(m_machine.hostSnmp, "SetsEnabled", number(0x01, 0, 0x80), SetsChanged);
+        mark(m_machine.hostSnmp, "Timeout", number(0x89, 0x13, 0), IntervalChanged);
+        mark(m_machine.hostAgent, "HostFlags", number(0, 0, 0x80), TelnetChanged);
         if (m_machine.parkedDebugger.Value("Debugger").has_value())
             written |= ExceptionTrapChanged;
         return written;

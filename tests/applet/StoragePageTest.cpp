@@ -1,17 +1,25 @@
 // The Storage page through its window.
 #include "applet/AppletTest.h"
+#include "pages/core/StorageSettings.h"
 #include "resources/resource.h"
 
-#include <algorithm>
-#include <array>
+#include <vector>
 
 namespace {
 
 using support::DialogDriver;
 using support::ExpectDword;
 
-constexpr std::array boxes = {IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_TAPE, IDC_STORAGE_SAS_TAPE,
-                              IDC_STORAGE_ARRAY_PERFORMANCE};
+using Ids = std::vector<int>;
+
+// The check boxes in the order of the page.
+Ids Boxes()
+{
+    Ids boxes;
+    for (const StorageFeature& feature : storageFeatures)
+        boxes.push_back(static_cast<int>(feature.controlId));
+    return boxes;
+}
 
 class StoragePage : public AppletTest
 {
@@ -22,12 +30,10 @@ class StoragePage : public AppletTest
         return m_host.Page("Storage");
     }
 
-    // States of the four boxes.
-    static std::array<bool, 4> Checked(const DialogDriver& page)
+    static Ids Checked(const DialogDriver& page)
     {
-        std::array<bool, 4> checked{};
-        std::transform(boxes.begin(), boxes.end(), checked.begin(),
-                       [&](int id) { return page.IsChecked(id); });
+        Ids checked = Boxes();
+        std::erase_if(checked, [&](int id) { return !page.IsChecked(id); });
         return checked;
     }
 };
@@ -36,14 +42,14 @@ TEST_F(StoragePage, ShowsEachAgentsFlags)
 {
     m_machine.arrayAgent.SetDword("DisableFlags", 0x3);
     m_machine.sasAgent.SetDword("DisableFlags", 0x1);
-    EXPECT_EQ(Checked(Open()), (std::array{false, true, false, true}));
+    EXPECT_EQ(Checked(Open()), (Ids{IDC_STORAGE_ARRAY_TAPE, IDC_STORAGE_ARRAY_PERFORMANCE}));
     m_host.PressCancel();
 }
 
 TEST_F(StoragePage, SavesWhatWasTicked)
 {
     const DialogDriver page = Open();
-    for (const int id : boxes)
+    for (const int id : Boxes())
         page.Check(id);
     m_host.PressOk();
     ExpectDword(m_machine.fibreAgent, "DisableFlags", 0x1);
@@ -79,8 +85,8 @@ TEST_F(StoragePage, IsUsableFromTheKeyboardAlone)
     m_host.PressKeyWith({VK_CONTROL}, VK_TAB);
     m_host.PressKeyWith({VK_CONTROL}, VK_TAB);
     ASSERT_EQ(m_host.ActiveTab(), "Storage");
-    ASSERT_TRUE(TabTo(m_host.ActivePage().Control(boxes.front())));
-    for (const int id : boxes) {
+    ASSERT_TRUE(TabTo(m_host.ActivePage().Control(Boxes().front())));
+    for (const int id : Boxes()) {
         EXPECT_EQ(GetDlgCtrlID(m_host.Thread().Focus()), id);
         m_host.PressKey(VK_SPACE);
         m_host.PressKey(VK_TAB);

@@ -83,9 +83,9 @@ TEST_F(TypedText, IsTheNameOfAProcess)
 TEST_F(TypedText, IsRefusedInAPathOfPlainCharacters)
 {
     const DialogDriver page = OpenPage(3);
-    page.SetText(IDC_CLIENT_SCRIPT, "");
-    page.Type(IDC_CLIENT_SCRIPT, TheText());
-    EXPECT_EQ(page.Text(IDC_CLIENT_SCRIPT), "x");
+    page.SetText(IDC_DESKTOP_SCRIPT, "");
+    page.Type(IDC_DESKTOP_SCRIPT, TheText());
+    EXPECT_EQ(page.Text(IDC_DESKTOP_SCRIPT), "x");
     m_host.PressCancel();
 }
 

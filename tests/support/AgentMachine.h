@@ -27,7 +27,7 @@ class AgentMachine
     [[nodiscard]] const support::TestKey& Service(const std::string& name) const { return m_keys.at(name); }
     [[nodiscard]] support::TestKey Parameters(const std::string& name) const
     {
-        return Service(name).Subkey("Parameters");
+        return Service(name).Subkey(parametersSubkey);
     }
 
     // A sub-agent that the user sees under its own name.
@@ -37,7 +37,7 @@ class AgentMachine
     }
     void SetActive(const std::string& service, const std::vector<std::string>& names) const
     {
-        Parameters(service).SetMultiString("SubServices", names);
+        Parameters(service).SetMultiString(subServicesValue, names);
     }
     void InstallSnmp() const { m_snmp.Create(); }
 
@@ -54,9 +54,9 @@ inline void ExpectSaved(const AgentMachine& machine, const std::string& service,
 {
     if (names.empty())
         support::ExpectEqual({support::StoredValue{REG_MULTI_SZ, {}}},
-                             machine.Parameters(service).Value("SubServices"), service, where);
+                             machine.Parameters(service).Value(subServicesValue), service, where);
     else
-        support::ExpectMultiString(machine.Parameters(service), "SubServices", names, where);
-    support::ExpectDword(machine.Service(service), "Start",
+        support::ExpectMultiString(machine.Parameters(service), subServicesValue, names, where);
+    support::ExpectDword(machine.Service(service), startTypeValue,
                          names.empty() ? SERVICE_DISABLED : SERVICE_AUTO_START, where);
 }

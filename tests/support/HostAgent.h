@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/AppletHost.h"
+#include "sysaccess/core/AgentNames.h"
 
 #include <array>
 #include <filesystem>
@@ -23,7 +24,7 @@ inline std::string EnvironmentVariable(const char* name)
 class ReadyAlerter
 {
   public:
-    explicit ReadyAlerter(const char* mutexName = "VtnHostAlerterInited")
+    explicit ReadyAlerter(const char* mutexName = alerterMutex)
         : m_mutex(CreateMutexA(nullptr, FALSE, mutexName))
     {
     }

@@ -1,6 +1,7 @@
 // Walks and changes import tables; see the header.
 #include "support/ImportHook.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -65,10 +66,25 @@ bool IsDelayDescriptor(HMODULE module, DWORD imageSize, const ImgDelayDescr& pla
     return name.ends_with(".dll");
 }
 
+// Whether the slot still holds the code that loads its library. That code begins by loading the slot's own
+// address: lea rax, [rip + distance].
+bool IsUnresolved(void* const* slot)
+{
+    constexpr std::array<BYTE, 3> loadAddress = {0x48, 0x8D, 0x05};
+    const auto* const code = static_cast<const BYTE*>(*slot);
+    if (!std::equal(loadAddress.begin(), loadAddress.end(), code))
+        return false;
+    std::int32_t distance = 0;
+    std::memcpy(&distance, code + loadAddress.size(), sizeof distance);
+    return code + loadAddress.size() + sizeof distance + distance == reinterpret_cast<const BYTE*>(slot);
+}
+
 // Puts the function's address in the place of the code that would load its library: that code writes to the
 // slot as well and would undo a hook.
 void Resolve(HMODULE module, const ImgDelayDescr& library, void** slot, const char* function)
 {
+    if (!IsUnresolved(slot))
+        return;
     std::array<char, MAX_PATH> directory{};
     GetSystemDirectoryA(directory.data(), MAX_PATH);
     const HMODULE loaded =

@@ -12,7 +12,7 @@
 namespace support {
 
 // Answers LoadLibraryA, GetProcAddress and FreeLibrary of one module for the libraries that were added; all
-// others are loaded as ever. One script at a time.
+// others are loaded as without it. One script at a time.
 class LibraryScript
 {
   public:

@@ -1,5 +1,5 @@
 // See the header. Wine answers 0 where Windows counts GDI objects and handles, so the tables behind them are
-// read.
+// read. Windows is expected to have the same tables.
 #include "support/ResourceCount.h"
 
 #include "support/SystemFunction.h"

@@ -56,16 +56,23 @@ std::optional<std::string> Variable(const std::string& name)
     return value.data();
 }
 
-// Where Wine looks for the machines of the network, or the stand-in of native builds.
-std::string NetworkRoot()
+// The directory in which each machine of the network is a directory, where there is one: Wine has it below
+// its prefix, native builds have their stand-in's.
+std::optional<std::string> NetworkRoot()
 {
     if (const std::optional<std::string> standIn = Variable("VTN_NETWORK"))
-        return *standIn;
+        return standIn;
     constexpr std::size_t nativePrefix = 4; // "\??\"
     const std::string prefix = Variable("WINECONFIGDIR").value_or("");
     if (prefix.size() <= nativePrefix)
-        throw std::runtime_error("only Wine makes up a network");
+        return std::nullopt;
     return prefix.substr(nativePrefix) + "\\dosdevices\\unc";
+}
+
+// The network path of a local one, through the share that administrators have of each drive.
+std::string AdministrativePath(const std::string& path)
+{
+    return "\\\\localhost\\" + path.substr(0, 1) + "$" + path.substr(2);
 }
 
 } // namespace
@@ -113,12 +120,16 @@ TestDirectory::~TestDirectory()
 
 NetworkDirectory::NetworkDirectory(const std::string& share)
 {
-    const std::string root = NetworkRoot();
-    const std::string machine = NewName();
-    m_machine = root + "\\" + machine;
-    m_path = "\\\\" + machine + "\\" + share;
+    if (const std::optional<std::string> root = NetworkRoot()) {
+        const std::string machine = NewName();
+        m_machine = *root + "\\" + machine;
+        m_path = "\\\\" + machine + "\\" + share;
+        CreateDirectoryA(root->c_str(), nullptr); // it may be there
+    } else {
+        m_machine = NewPath();
+        m_path = AdministrativePath(m_machine) + "\\" + share;
+    }
     DeleteTree(m_machine);
-    CreateDirectoryA(root.c_str(), nullptr); // it may be there
     Require(CreateDirectoryA(m_machine.c_str(), nullptr), "making " + m_machine);
     Require(CreateDirectoryA((m_machine + "\\" + share).c_str(), nullptr), "making " + m_path);
 }

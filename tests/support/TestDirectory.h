@@ -32,9 +32,9 @@ class TestDirectory
     std::string m_path;
 };
 
-// The same on the network: a share of a machine that exists in the test alone. Wine looks for such machines
-// below its prefix, native builds among the temporary files; elsewhere the constructor throws
-// std::runtime_error.
+// The same on the network. Under Wine and natively it is a share of a machine that exists in the test alone:
+// Wine looks for such machines below its prefix, native builds among the temporary files. Windows is expected
+// to reach a temporary directory of this machine through the administrative share of its drive.
 class NetworkDirectory
 {
   public:
@@ -43,7 +43,7 @@ class NetworkDirectory
     NetworkDirectory(const NetworkDirectory&) = delete;
     NetworkDirectory& operator=(const NetworkDirectory&) = delete;
 
-    // "\\MACHINE\SHARE"
+    // "\\MACHINE\SHARE", on Windows with directories between.
     [[nodiscard]] const std::string& Path() const { return m_path; }
     [[nodiscard]] std::string File(const std::string& name) const { return m_path + "\\" + name; }
 

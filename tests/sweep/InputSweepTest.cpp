@@ -197,7 +197,7 @@ class InputSweep : public testing::Test
         const support::TestKey key("SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters");
         Store(key, "NullSessionShares", input);
         m_subject.host.Open();
-        m_subject.host.Page("Desktop Mgmt").Click(IDC_CLIENT_ENABLE);
+        m_subject.host.Page("Desktop Mgmt").Click(IDC_DESKTOP_ENABLE);
         m_subject.host.PressOk();
         return key.Value("NullSessionShares");
     }

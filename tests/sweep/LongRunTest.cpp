@@ -25,7 +25,7 @@ int RoundCount()
 }
 
 // Bytes by which the process may grow: Wine keeps more than one KB of its own with each sheet, and takes
-// memory in larger pieces.
+// memory in larger pieces. Windows is expected to stay below that.
 constexpr std::size_t AllowedGrowth(int rounds)
 {
     return 256 * 1024 + static_cast<std::size_t>(rounds) * 2048;

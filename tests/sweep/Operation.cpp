@@ -58,7 +58,7 @@ void TickStorageBoxes(AppletHost& host)
 
 void SwitchClients(AppletHost& host)
 {
-    host.ActivePage().Click(IDC_CLIENT_ENABLE);
+    host.ActivePage().Click(IDC_DESKTOP_ENABLE);
 }
 
 void WatchAProcess(AppletHost& host)

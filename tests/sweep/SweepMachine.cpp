@@ -11,7 +11,6 @@ namespace {
 using support::ServiceState;
 using support::TestKey;
 
-constexpr char agentServices[] = "SYSTEM\\CurrentControlSet\\Services\\";
 constexpr char scriptText[] = "@echo off\r\nnet use h: \\\\server\\home\r\n";
 
 template <typename Value>
@@ -103,30 +102,30 @@ Settings::Settings(const Subject& subject) : m_subject(subject)
 void Settings::FillAgents()
 {
     const std::map<std::string, std::vector<std::string>> agents = {
-        {"VtMgHost", {"VTNHOST1", "VTNHOST2", "VTNSNMP", "Parameters"}},
-        {"VtMgServ", {"VTNRACK", "VTNSNMP", "Parameters"}},
-        {"VtMgStor", {"VTNSNMP", "Parameters"}},
-        {"VTNNicMgmt", {"VTNMNIC", "VTNNICS", "VTNNISNMP", "Parameters"}},
+        {hostServiceName, {"VTNHOST1", "VTNHOST2", snmpSubkey, parametersSubkey}},
+        {serverServiceName, {rackSubAgent, snmpSubkey, parametersSubkey}},
+        {storageServiceName, {snmpSubkey, parametersSubkey}},
+        {nicServiceName, {nicSubAgent, nicSecondSubAgent, nicSnmpSubkey, parametersSubkey}},
     };
     for (const auto& [service, subkeys] : agents) {
         for (const std::string& subkey : subkeys)
-            TestKey(agentServices + service + "\\" + subkey).SetString("DisplayName", subkey + " Agent");
+            TestKey(ServiceKey(service) + "\\" + subkey).SetString(displayNameValue, subkey + " Agent");
     }
-    TestKey(std::string(agentServices) + "VtMgHost\\Parameters").SetMultiString("SubServices", {"VTNHOST1"});
-    m_machine.hostParameters.SetBinary("ProcMon", {0x83, 'a', '.', 'e', 'x', 'e', 0});
-    m_machine.arrayAgent.SetDword("DisableFlags", 0x12);
+    m_machine.hostParameters.SetMultiString(subServicesValue, {"VTNHOST1"});
+    m_machine.hostParameters.SetBinary(processesValue, {0x83, 'a', '.', 'e', 'x', 'e', 0});
+    m_machine.arrayAgent.SetDword(disableFlagsValue, 0x12);
 }
 
 void Settings::FillSnmp()
 {
     m_snmpService.Create();
-    m_machine.product.SetString("ServerRole", "Mail");
-    m_machine.hostSnmp.SetDword("SetsEnabled", 0x1);
-    m_machine.hostSnmp.SetDword("Timeout", 30000);
-    m_machine.hostAgent.SetDword("HostFlags", 1);
-    m_machine.activeDebugger.SetString("Debugger", "winedbg");
-    m_machine.parkedDebugger.SetString("Debugger", "vtndbg -p %ld");
-    m_trap.Subkey("Host\\Component\\GenericTrap").SetBinary("TrapData", {1});
+    m_machine.product.SetString(serverRoleValue, "Mail");
+    m_machine.hostSnmp.SetDword(setsEnabledValue, 0x1);
+    m_machine.hostSnmp.SetDword(timeoutValue, 30000);
+    m_machine.hostAgent.SetDword(hostFlagsValue, 1);
+    m_machine.activeDebugger.SetString(debuggerValue, "winedbg");
+    m_machine.parkedDebugger.SetString(debuggerValue, "vtndbg -p %ld");
+    m_trap.Subkey("Host\\Component\\GenericTrap").SetBinary(trapDataValue, {1});
     m_thresholds.Delete();
     for (const char* const key : thresholdKeys)
         TestKey(key).SetDword("Rising", 90);
@@ -134,8 +133,8 @@ void Settings::FillSnmp()
 
 void Settings::FillDesktop()
 {
-    m_machine.productOptions.SetString("ProductType", "LanmanNT");
-    m_serverParameters.SetMultiString("NullSessionShares", {"COMCFG", "DFS$"});
+    m_machine.productOptions.SetString(productTypeValue, "LanmanNT");
+    m_serverParameters.SetMultiString(nullSessionSharesValue, {"COMCFG", "DFS$"});
     const std::string agents = m_subject.windows.File("system32\\vtnmgmt");
     std::filesystem::create_directories(agents);
     support::WriteBytes(agents + "\\VTNCLNT.EXE", "the client");
@@ -144,8 +143,8 @@ void Settings::FillDesktop()
 
 void Settings::SwitchDesktopManagementOn()
 {
-    m_machine.hostAgent.SetString("ClientIni", m_subject.scripts.File("LOGIN.BAT"));
-    m_serverParameters.SetMultiString("NullSessionShares", {"COMCFG", "VTNDATA", "DFS$"});
+    m_machine.hostAgent.SetString(clientIniValue, m_subject.scripts.File("LOGIN.BAT"));
+    m_serverParameters.SetMultiString(nullSessionSharesValue, {"COMCFG", "VTNDATA", "DFS$"});
     support::WriteBytes(m_subject.scripts.File("VTNCLNT.EXE"), "the client");
     support::WriteBytes(m_subject.scripts.File("VTNCLNT.INI"),
                         "[Options]\r\nDestinationDirectory=\\\\a\\b\r\n");
@@ -184,12 +183,12 @@ StandIns::StandIns(HMODULE module, const Settings& settings, CallRecorder& recor
         return support::ScriptedService{.displayName = displayName,
                                         .states = {ServiceState(SERVICE_RUNNING)}};
     };
-    for (const char* const name : {"VtMgHost", "VtMgStor", "VTNNicMgmt", "VtnWebWmi"})
+    for (const char* const name : {hostServiceName, storageServiceName, nicServiceName, webAgentServiceName})
         m_services.Add(name, running(name));
-    m_services.Add("VtMgServ", {.displayName = "VtMgServ"});
+    m_services.Add(serverServiceName, {.displayName = serverServiceName});
     support::ScriptedService snmp = running("SNMP Service");
-    snmp.dependents = {"VtMgHost", "VtMgStor"};
-    m_services.Add("SNMP", snmp);
+    snmp.dependents = {hostServiceName, storageServiceName};
+    m_services.Add(snmpServiceName, snmp);
 }
 
 DWORD StandIns::SendTrap(const char* text)
@@ -200,7 +199,8 @@ DWORD StandIns::SendTrap(const char* text)
 
 void StandIns::AddTo(Picture& picture) const
 {
-    for (const char* const name : {"VtMgHost", "VtMgServ", "VtMgStor", "VTNNicMgmt", "VtnWebWmi", "SNMP"})
+    for (const char* const name : {hostServiceName, serverServiceName, storageServiceName, nicServiceName,
+                                   webAgentServiceName, snmpServiceName})
         AddService(picture, name, m_services.Service(name));
     if (const auto share = m_shares.Find("VTNDATA"))
         picture["share VTNDATA"] = Text(*share);

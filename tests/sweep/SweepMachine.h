@@ -55,7 +55,8 @@ struct Subject
 };
 
 // Somebody else, who makes a file read-only once it has been opened for an edit, until the next edit. Such a
-// file does not open for writing; Wine lets a superuser do that.
+// file does not open for writing. Wine lets a superuser do that, so the second opening is refused here;
+// Windows is expected to refuse it by itself.
 class ReadOnlyWhileEdited
 {
   public:
@@ -97,8 +98,8 @@ class Settings
     void FillDesktop();
 
     TestMachine m_machine;
-    support::SavedKey m_snmpService{"SYSTEM\\CurrentControlSet\\Services\\SNMP"};
-    support::SavedKey m_serverParameters{"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters"};
+    support::SavedKey m_snmpService{ServiceKey(snmpServiceName)};
+    support::SavedKey m_serverParameters{fileServerKey};
     support::SavedKey m_trap{"SYSTEM\\VortanHost"};
     support::SavedKey m_thresholds{"SYSTEM\\VortanPermanent"};
     const Subject& m_subject;

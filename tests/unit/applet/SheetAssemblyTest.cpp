@@ -53,9 +53,9 @@ class TestSheet : public CSheetAssembly
     {
         Assign(PageRole::Services, services);
         Assign(PageRole::Storage, storage);
-        Assign(PageRole::SnmpSettings, snmpSettings);
-        Assign(PageRole::DesktopMgmt, desktopMgmt);
-        Assign(PageRole::RemoteLumora, remoteLumora);
+        Assign(PageRole::Snmp, snmpSettings);
+        Assign(PageRole::Desktop, desktopMgmt);
+        Assign(PageRole::Board, remoteLumora);
         Assign(PageRole::ProcessMonitor, processMonitor);
     }
 
@@ -73,7 +73,7 @@ class TestSheet : public CSheetAssembly
     NotingPage services{IDD_SERVICES, "services", saved};
     NotingPage storage{IDD_STORAGE, "storage", saved};
     NotingPage snmpSettings{IDD_SNMP, "snmp settings", saved};
-    NotingPage desktopMgmt{IDD_CLIENT, "desktop mgmt", saved};
+    NotingPage desktopMgmt{IDD_DESKTOP, "desktop mgmt", saved};
     NotingPage remoteLumora{IDD_BOARD, "remote lumora", saved};
     NotingPage processMonitor{IDD_PROCMON, "process monitor", saved};
 };
@@ -240,9 +240,10 @@ TEST_F(SheetAssembly, TheResultOfASaveIsTheBoardsAndNoOtherPages)
 TEST_F(SheetAssembly, ReportsTheChangesOfEachPageByItsRole)
 {
     m_sheet.services.isChanged = m_sheet.desktopMgmt.isChanged = true;
-    const PageChanges changes = m_sheet.Changes();
-    EXPECT_TRUE(changes.services && changes.desktopMgmt);
-    EXPECT_FALSE(changes.storage || changes.snmpSettings || changes.remoteLumora || changes.processMonitor);
+    for (const PageRole role : {PageRole::Services, PageRole::Desktop})
+        EXPECT_TRUE(m_sheet.IsChanged(role));
+    for (const PageRole role : {PageRole::Storage, PageRole::Snmp, PageRole::Board, PageRole::ProcessMonitor})
+        EXPECT_FALSE(m_sheet.IsChanged(role));
 }
 
 // --- the window: Apply, Help

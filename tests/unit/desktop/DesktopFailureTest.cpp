@@ -153,7 +153,7 @@ TEST_F(DesktopManagementFailure, OfDeletingTheClientIncludesAMissingDirectory)
     const DomainState before = State();
     DesktopManagement settings = Settings(false);
     settings.scriptDirectory = m_scripts.File("absent");
-    ExpectThrows(settings, DESKTOP_SWITCHED, IDS_CLIENT_DELETE_FAILED);
+    ExpectThrows(settings, SwitchChanged, IDS_CLIENT_DELETE_FAILED);
     EXPECT_EQ(State(), before);
 }
 

@@ -205,7 +205,7 @@ TEST_F(DesktopManagementSave, SwitchingOffDoesNotMindARecordThatCannotBeDeleted)
 TEST_F(DesktopManagementSave, AScriptChangeAloneLeavesFilesAndShareAlone)
 {
     DomainState expected = State();
-    Settings(true).Save(DESKTOP_SCRIPT);
+    Settings(true).Save(ScriptChanged);
     EXPECT_TRUE(m_shares.Calls().empty());
     expected.script = Block() + "@echo off\r\n";
     expected.record = State().record;
@@ -215,7 +215,7 @@ TEST_F(DesktopManagementSave, AScriptChangeAloneLeavesFilesAndShareAlone)
 
 TEST_F(DesktopManagementSave, ASwitchAloneLeavesScriptAndRecordAlone)
 {
-    Settings(true).Save(DESKTOP_SWITCHED);
+    Settings(true).Save(SwitchChanged);
     EXPECT_EQ(ReadBytes(m_script), "@echo off\r\n");
     ExpectAbsent(m_agent, clientIniValue);
     EXPECT_TRUE(FileExists(m_program));
@@ -242,7 +242,7 @@ TEST_F(DesktopManagementSave, NamingAnotherScriptLeavesTheFormerOneItsBlock)
     SwitchOn();
     DesktopManagement settings = Settings(true);
     settings.scriptPath = m_scripts.File("other.bat");
-    settings.Save(DESKTOP_SCRIPT);
+    settings.Save(ScriptChanged);
     EXPECT_EQ(ReadBytes(settings.scriptPath), Block());
     EXPECT_EQ(ReadBytes(m_script), Block() + "@echo off\r\n");
     ExpectString(m_agent, clientIniValue, settings.scriptPath);

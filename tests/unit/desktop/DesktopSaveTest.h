@@ -10,7 +10,7 @@
 class DesktopManagementSave : public TestDomain
 {
   protected:
-    static constexpr DWORD everything = DESKTOP_SWITCHED | DESKTOP_SCRIPT;
+    static constexpr DWORD everything = SwitchChanged | ScriptChanged;
 
     // The block as this machine writes it.
     static std::string Block()

@@ -45,7 +45,7 @@ class DesktopManagementPath : public DesktopManagementSave
 TEST_F(DesktopManagementPath, OfTheAgentsMayHave259Characters)
 {
     Lengthen("\\system32\\vtnmgmt", 259);
-    ExpectThrows(Settings(true), DESKTOP_SWITCHED, IDS_SHARE_ADD_FAILED); // whose path is longer
+    ExpectThrows(Settings(true), SwitchChanged, IDS_SHARE_ADD_FAILED); // whose path is longer
     EXPECT_EQ(s_source.size(), 259 + std::string("\\VTNCLNT.EXE").size());
 }
 
@@ -53,21 +53,21 @@ TEST_F(DesktopManagementPath, OfTheAgentsWith260CharactersIsNotCopiedFrom)
 {
     s_source.clear();
     Lengthen("\\system32\\vtnmgmt", 260);
-    ExpectThrows(Settings(true), DESKTOP_SWITCHED, IDS_CLIENT_COPY_FAILED);
+    ExpectThrows(Settings(true), SwitchChanged, IDS_CLIENT_COPY_FAILED);
     EXPECT_EQ(s_source, "");
 }
 
 TEST_F(DesktopManagementPath, OfTheReportsMayHave259Characters)
 {
     Lengthen("\\system32\\vtnmgmt\\vtndata", 259);
-    Settings(true).Save(DESKTOP_SWITCHED);
+    Settings(true).Save(SwitchChanged);
     EXPECT_EQ(m_shares.Find("VTNDATA")->path.size(), 259U);
 }
 
 TEST_F(DesktopManagementPath, OfTheReportsWith260CharactersIsNotShared)
 {
     Lengthen("\\system32\\vtnmgmt\\vtndata", 260);
-    ExpectThrows(Settings(true), DESKTOP_SWITCHED, IDS_SHARE_ADD_FAILED);
+    ExpectThrows(Settings(true), SwitchChanged, IDS_SHARE_ADD_FAILED);
     EXPECT_TRUE(m_shares.Calls().empty());
 }
 
@@ -75,7 +75,7 @@ TEST_F(DesktopManagementPath, OfTheProfileMayHave260Characters)
 {
     DesktopManagement settings = Settings(true);
     settings.scriptDirectory = std::string(260 - sizeof "VTNCLNT.INI", 'd');
-    settings.Save(DESKTOP_SWITCHED);
+    settings.Save(SwitchChanged);
     EXPECT_EQ(s_profile, settings.scriptDirectory + "\\VTNCLNT.INI");
 }
 
@@ -84,7 +84,7 @@ TEST_F(DesktopManagementPath, OfTheProfileWith261CharactersIsNotWritten)
     s_profile.clear();
     DesktopManagement settings = Settings(true);
     settings.scriptDirectory = std::string(261 - sizeof "VTNCLNT.INI", 'd');
-    ExpectThrows(settings, DESKTOP_SWITCHED, IDS_CLIENT_PROFILE_FAILED);
+    ExpectThrows(settings, SwitchChanged, IDS_CLIENT_PROFILE_FAILED);
     EXPECT_EQ(s_profile, "");
 }
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "desktop/core/DesktopManagement.h"
-#include "desktop/core/DiscoveryShare.h"
+#include "desktop/core/NullSessionShares.h"
 #include "support/ShareScript.h"
 #include "support/TestDirectory.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentServices.h"
+#include "sysaccess/core/ComputerName.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -41,7 +43,7 @@ class TestDomain : public testing::Test
         m_hostAgents.Clear();
         m_agent.Create();
         m_server.Clear();
-        m_server.SetMultiString("NullSessionShares", {"COMCFG", "DFS$"});
+        m_server.SetMultiString(nullSessionSharesValue, {"COMCFG", "DFS$"});
         CreateDirectoryA(m_windows.File("system32").c_str(), nullptr);
         CreateDirectoryA(m_windows.File("system32\\vtnmgmt").c_str(), nullptr);
         support::WriteBytes(m_installedProgram, "the client");
@@ -65,15 +67,15 @@ class TestDomain : public testing::Test
                 .clientProgram = support::ReadBytes(m_program),
                 .share = m_shares.Find("VTNDATA"),
                 .clientProfile = support::ReadBytes(m_profile),
-                .nullSessionShares = m_server.Value("NullSessionShares")};
+                .nullSessionShares = m_server.Value(nullSessionSharesValue)};
     }
 
     support::TestDirectory m_windows;
     support::TestDirectory m_scripts;
     support::SavedVariable m_systemRoot{"SystemRoot", m_windows.Path()};
-    support::SavedKey m_hostAgents{"SYSTEM\\CurrentControlSet\\Services\\VtMgHost"};
-    support::TestKey m_agent = m_hostAgents.Subkey("VTNMHost");
-    support::SavedKey m_server{"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Parameters"};
+    support::SavedKey m_hostAgents{ServiceKey(hostServiceName)};
+    support::TestKey m_agent{hostAgentKey};
+    support::SavedKey m_server{fileServerKey};
     support::ShareScript m_shares{GetModuleHandleA(nullptr)};
 
     std::string m_installedProgram = m_windows.File("system32\\vtnmgmt\\VTNCLNT.EXE");

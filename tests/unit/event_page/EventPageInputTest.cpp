@@ -5,6 +5,7 @@
 
 #include "resources/resource.h"
 #include "support/StoredInputs.h"
+#include "sysaccess/core/AgentNames.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -69,7 +70,7 @@ class EventPageInput : public testing::Test
         return static_cast<LPCSTR>(text);
     }
 
-    support::SavedKey m_parameters{"SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters"};
+    support::SavedKey m_parameters{hostParametersKey};
     CWnd m_frame;
 };
 

@@ -90,39 +90,25 @@ TEST_F(DataExchange, MovesTexts)
     EXPECT_EQ(text, "out");
 }
 
-TEST_F(DataExchange, MovesChecksIndexesAndRadioButtons)
+TEST_F(DataExchange, MovesChecksAndIndexes)
 {
     int check = BST_CHECKED;
     int index = 1;
-    int radio = 2;
     for (const char* line : {"a", "b", "c"})
         SendMessageA(dialog.GetDlgItem(IDC_COMBO)->m_hWnd, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line));
     dialog.m_exchange = [&](CDataExchange* pDX) {
         DDX_Check(pDX, IDC_CHECK, check);
         DDX_CBIndex(pDX, IDC_COMBO, index);
-        DDX_Radio(pDX, IDC_RADIO1, radio);
     };
     dialog.UpdateData(FALSE);
     EXPECT_EQ(dialog.IsDlgButtonChecked(IDC_CHECK), static_cast<UINT>(BST_CHECKED));
     EXPECT_EQ(dialog.GetDlgItem(IDC_COMBO)->SendMessage(CB_GETCURSEL), 1);
-    EXPECT_EQ(dialog.GetCheckedRadioButton(IDC_RADIO1, IDC_RADIO3), IDC_RADIO3);
 
     dialog.CheckDlgButton(IDC_CHECK, BST_UNCHECKED);
     dialog.GetDlgItem(IDC_COMBO)->SendMessage(CB_SETCURSEL, 2);
-    dialog.CheckRadioButton(IDC_RADIO1, IDC_RADIO3, IDC_RADIO2);
     dialog.UpdateData(TRUE);
     EXPECT_EQ(check, BST_UNCHECKED);
     EXPECT_EQ(index, 2);
-    EXPECT_EQ(radio, 1);
-}
-
-TEST_F(DataExchange, HasNoRadioButtonWhenNoneIsChecked)
-{
-    int radio = 0;
-    dialog.m_exchange = [&](CDataExchange* pDX) { DDX_Radio(pDX, IDC_RADIO1, radio); };
-    dialog.UpdateData(TRUE);
-
-    EXPECT_EQ(radio, -1);
 }
 
 TEST_F(DataExchange, KeepsTheNotificationsThatItCausesFromTheDialog)

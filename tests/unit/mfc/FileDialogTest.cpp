@@ -50,7 +50,7 @@ TEST_F(FileDialogTest, AnswersThePathThatTheUserConfirms)
     user.join();
 
     EXPECT_EQ(result, IDOK);
-    EXPECT_EQ(dialog.GetPathName().CompareNoCase(path), 0) << static_cast<LPCSTR>(dialog.GetPathName());
+    EXPECT_STRCASEEQ(dialog.GetPathName(), path);
     EXPECT_TRUE(owner.IsWindowEnabled());
 }
 

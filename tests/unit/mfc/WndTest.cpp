@@ -1,4 +1,5 @@
 // CWnd: objects and windows finding and leaving each other.
+#include "CreationHook.h"
 #include "TestDialogs.h"
 #include "ThreadState.h"
 

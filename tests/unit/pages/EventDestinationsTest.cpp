@@ -2,6 +2,7 @@
 #include "pages/core/EventDestinations.h"
 
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentNames.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
@@ -76,7 +77,7 @@ class EventDestinationsTest : public testing::Test
         return settings;
     }
 
-    support::SavedKey m_parameters{"SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters"};
+    support::SavedKey m_parameters{hostParametersKey};
 };
 
 using EventDestinationsLoad = EventDestinationsTest;
@@ -130,7 +131,7 @@ TEST_F(EventDestinationsSave, WritesWhatIsToBeWritten)
     settings.computers = {"ALPHA", "BETA"};
     settings.userName = "events";
     settings.password = "abc";
-    settings.Save(EventDestinations::Computers | EventDestinations::UserName | EventDestinations::Password);
+    settings.Save(ComputersChanged | UserNameChanged | PasswordChanged);
     support::ExpectMultiString(m_parameters, "Destination", {"ALPHA", "BETA"});
     support::ExpectString(m_parameters, "DestinationUsername", "events");
     support::ExpectBinary(m_parameters, "DestinationPassword", {'a' ^ 32, 'b' ^ 33, 'c' ^ 34, 0});
@@ -140,7 +141,7 @@ TEST_F(EventDestinationsSave, LeavesTheOtherPartsAlone)
 {
     EventDestinations settings;
     settings.userName = "events";
-    settings.Save(EventDestinations::UserName);
+    settings.Save(UserNameChanged);
     support::ExpectString(m_parameters, "DestinationUsername", "events");
     support::ExpectAbsent(m_parameters, "Destination");
     support::ExpectAbsent(m_parameters, "DestinationPassword");

@@ -3,6 +3,7 @@
 
 #include "support/CodePage932.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentNames.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
@@ -156,7 +157,7 @@ class ProcessMonitorSettings : public testing::Test
   protected:
     ProcessMonitorSettings() { m_parameters.Clear(); }
 
-    support::SavedKey m_parameters{"SYSTEM\\CurrentControlSet\\Services\\VtMgHOST\\Parameters"};
+    support::SavedKey m_parameters{hostParametersKey};
 };
 
 TEST_F(ProcessMonitorSettings, AnAbsentValueIsNoConfiguration)

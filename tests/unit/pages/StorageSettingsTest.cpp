@@ -3,6 +3,7 @@
 
 #include "support/ImportHook.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentServices.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
@@ -12,8 +13,6 @@ namespace {
 using support::ExpectAbsent;
 using support::ExpectDword;
 
-constexpr char agents[] = "SYSTEM\\CurrentControlSet\\Services\\VtMgStor";
-
 // Boxes in the order of storageFeatures.
 enum Feature : std::size_t
 {
@@ -22,6 +21,16 @@ enum Feature : std::size_t
     SasTape,
     ArrayPerformance,
 };
+
+using Disabled = decltype(StorageSettings::disabled);
+
+// Every feature in the same state.
+Disabled Every(BOOL isDisabled)
+{
+    Disabled disabled{};
+    disabled.fill(isDisabled);
+    return disabled;
+}
 
 // A machine with the three agents and no values.
 class StorageSettingsTest : public testing::Test
@@ -42,10 +51,10 @@ class StorageSettingsTest : public testing::Test
         return settings;
     }
 
-    support::SavedKey m_agents{agents};
-    support::TestKey m_fibre = m_agents.Subkey("VTNFCA");
-    support::TestKey m_array = m_agents.Subkey("VTNMIDA");
-    support::TestKey m_sas = m_agents.Subkey("VTNSAS");
+    support::SavedKey m_agents{ServiceKey(storageServiceName)};
+    support::TestKey m_fibre{fibreAgentKey};
+    support::TestKey m_array{arrayAgentKey};
+    support::TestKey m_sas{sasAgentKey};
 };
 
 using StorageSettingsLoad = StorageSettingsTest;
@@ -53,7 +62,7 @@ using StorageSettingsSave = StorageSettingsTest;
 
 TEST_F(StorageSettingsLoad, NothingIsDisabledWithoutValues)
 {
-    EXPECT_EQ(Load().disabled, (std::array<BOOL, 4>{}));
+    EXPECT_EQ(Load().disabled, Every(FALSE));
 }
 
 TEST_F(StorageSettingsLoad, ReadsEachFeatureFromItsOwnBit)
@@ -61,7 +70,7 @@ TEST_F(StorageSettingsLoad, ReadsEachFeatureFromItsOwnBit)
     m_fibre.SetDword(disableFlagsValue, 0x1);
     m_array.SetDword(disableFlagsValue, 0x3);
     m_sas.SetDword(disableFlagsValue, 0x4);
-    EXPECT_EQ(Load().disabled, (std::array<BOOL, 4>{TRUE, TRUE, TRUE, TRUE}));
+    EXPECT_EQ(Load().disabled, Every(TRUE));
 }
 
 TEST_F(StorageSettingsLoad, TapeSupportOfTheSasAgentIsNotBitOne)
@@ -75,7 +84,7 @@ TEST_F(StorageSettingsLoad, AValueOfAnotherTypeOrSizeCountsAsNothingDisabled)
     m_fibre.SetBinary(disableFlagsValue, {1, 0, 0, 0});
     m_array.SetRaw(disableFlagsValue, REG_DWORD, {3});
     m_sas.SetString(disableFlagsValue, "4");
-    EXPECT_EQ(Load().disabled, (std::array<BOOL, 4>{}));
+    EXPECT_EQ(Load().disabled, Every(FALSE));
 }
 
 TEST_F(StorageSettingsLoad, AMissingAgentKeyIsRefused)
@@ -129,7 +138,7 @@ TEST_F(StorageSettingsSave, CarriesTheArrayAgentsValueOverToTheSasAgent)
     m_fibre.SetDword(disableFlagsValue, 0x10);
     m_array.SetDword(disableFlagsValue, 0x20);
     StorageSettings settings;
-    settings.disabled = {TRUE, TRUE, TRUE, TRUE};
+    settings.disabled = Every(TRUE);
     settings.Save();
     ExpectDword(m_fibre, disableFlagsValue, 0x11);
     ExpectDword(m_sas, disableFlagsValue, 0x25);
@@ -158,7 +167,7 @@ TEST_F(StorageSettingsSave, ReplacesAValueOfAnotherType)
 TEST_F(StorageSettingsSave, EndsAtTheFirstRefusalAndKeepsWhatWasWritten)
 {
     StorageSettings settings;
-    settings.disabled = {TRUE, TRUE, TRUE, TRUE};
+    settings.disabled = Every(TRUE);
     m_sas.Delete();
     EXPECT_THROW(settings.Save(), ConfigurationError);
     ExpectDword(m_fibre, disableFlagsValue, 0x1);

@@ -9,10 +9,16 @@
 
 namespace {
 
+// PROFILE_CORPUS, or a path from this program's directory.
+std::filesystem::path CorpusDirectory()
+{
+    return std::filesystem::path(testing::internal::GetArgvs().front()).parent_path() / PROFILE_CORPUS;
+}
+
 TEST(ProfileCorpus, GivesTheSameResultsAsTheModel)
 {
     int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(PROFILE_CORPUS)) {
+    for (const auto& entry : std::filesystem::directory_iterator(CorpusDirectory())) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
         const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());

@@ -70,7 +70,7 @@ class EachDialog : public testing::TestWithParam<DialogAndLanguage>
 };
 
 INSTANTIATE_TEST_SUITE_P(Dialogs, EachDialog,
-                         testing::Combine(testing::Values(IDD_SERVICES, IDD_EVENT, IDD_SNMP, IDD_CLIENT,
+                         testing::Combine(testing::Values(IDD_SERVICES, IDD_EVENT, IDD_SNMP, IDD_DESKTOP,
                                                           IDD_BOARD, IDD_PLEASE_WAIT, IDD_PROCMON,
                                                           IDD_STORAGE),
                                           testing::Values(kEnglish, kJapanese)),
@@ -141,7 +141,7 @@ TEST_P(EachDialog, HasTheSameControlsWithAccessKeysInBothLanguages)
 
 TEST_P(EachDialog, HasNoAccessKeyTwice)
 {
-    // The English texts of the Storage page are kept as they have always been: each begins with Disable.
+    // The English texts of the Storage page are kept as they are: each begins with Disable.
     const bool storageInEnglish = GetParam() == DialogAndLanguage(IDD_STORAGE, kEnglish);
     EXPECT_EQ(RepeatedKeys(m_dialog), storageInEnglish ? "D" : "");
 }

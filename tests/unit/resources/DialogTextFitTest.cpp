@@ -1,5 +1,6 @@
 // Every text has room in its control, measured in the dialog's own font, and so has what is put there at run
-// time.
+// time. That rests on the fonts of the system: on Windows, whose fonts have other widths, a text may need
+// more room than it has under Wine.
 #include "resources/resource.h"
 #include "tests/unit/resources/DialogWindow.h"
 #include "tests/unit/resources/ExpectedTexts.h"

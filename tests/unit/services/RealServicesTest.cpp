@@ -122,7 +122,9 @@ TEST_F(RealServicesTest, TellsTheUserWhichServiceItIsWaitingFor)
               "\nPlease wait...\n\nStarting the Test Agent Service.");
 }
 
-// Reports VtMgHost alone, which fits any buffer, as the service that depends on another.
+// Reports VtMgHost alone, which fits any buffer, as the service that depends on another: Wine's list of
+// dependents is always empty. Windows would list those that name the other in their dependencies; here none
+// does.
 BOOL ReportHostAsDependent(LPENUM_SERVICE_STATUSA list, LPDWORD needed, LPDWORD count)
 {
     static char host[] = "VtMgHost";

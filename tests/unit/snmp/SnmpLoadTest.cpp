@@ -100,7 +100,7 @@ TEST_P(EachInterval, StandsForAllTimeoutsUpToTheNextOne)
     EXPECT_EQ(IndexOfStored(Milliseconds() - 1), std::max(GetParam() - 1, 0));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, EachInterval, testing::Range(0, static_cast<int>(collectionIntervalCount)));
+INSTANTIATE_TEST_SUITE_P(Rows, EachInterval, testing::Range(0, static_cast<int>(collectionIntervals.size())));
 
 TEST_F(SnmpSettingsLoad, ReadsTheIntervalOfTheHostAgentAlone)
 {

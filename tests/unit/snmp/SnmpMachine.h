@@ -5,6 +5,7 @@
 #include "pages/core/SnmpSettings.h"
 #include "support/ImportHook.h"
 #include "support/TestRegistry.h"
+#include "sysaccess/core/AgentServices.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <string>
@@ -32,18 +33,18 @@ struct SnmpMachine
     // What receives "SetsEnabled", in the order of saving.
     [[nodiscard]] std::vector<support::TestKey> SnmpKeys() const
     {
-        return {hostSnmp, server.Subkey("VTNSNMP"), storage.Subkey("VTNSNMP"), nic.Subkey("VTNNISNMP")};
+        return {hostSnmp, server.Subkey(snmpSubkey), storage.Subkey(snmpSubkey), nic.Subkey(nicSnmpSubkey)};
     }
 
-    support::SavedKey host{"SYSTEM\\CurrentControlSet\\Services\\VtMgHost"};
-    support::SavedKey server{"SYSTEM\\CurrentControlSet\\Services\\VtMgServ"};
-    support::SavedKey storage{"SYSTEM\\CurrentControlSet\\Services\\VtMgStor"};
-    support::SavedKey nic{"SYSTEM\\CurrentControlSet\\Services\\VTNNicMgmt"};
-    support::SavedKey product{"SOFTWARE\\Vortan Lumora Agent"};
-    support::SavedKey activeDebugger{"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\AeDebug"};
-    support::TestKey hostSnmp = host.Subkey("VTNSNMP");
-    support::TestKey hostAgent = host.Subkey("VTNMHOST");
-    support::TestKey parkedDebugger = host.Subkey("AppTrap");
+    support::SavedKey host{ServiceKey(hostServiceName)};
+    support::SavedKey server{ServiceKey(serverServiceName)};
+    support::SavedKey storage{ServiceKey(storageServiceName)};
+    support::SavedKey nic{ServiceKey(nicServiceName)};
+    support::SavedKey product{productKey};
+    support::SavedKey activeDebugger{activeDebuggerKey};
+    support::TestKey hostSnmp{hostSnmpKey};
+    support::TestKey hostAgent{hostAgentKey};
+    support::TestKey parkedDebugger{parkedDebuggerKey};
 };
 
 // Every kind of edit.

@@ -157,7 +157,7 @@ TEST_P(EachField, TakesPastedText)
 TEST_P(EachField, TakesTextThatTheProgramPutsInPlaceOfTheSelection)
 {
     Filter(GetParam().style, GetParam().extraChars);
-    m_edit.ReplaceSel("a b\"c;\xE4");
+    m_edit.SendMessage(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>("a b\"c;\xE4"));
     EXPECT_EQ(Text(), "a b\"c;\xE4");
     EXPECT_EQ(m_parent.m_refusals, 0);
 }
@@ -344,6 +344,17 @@ TEST_F(ParsedEdit, FiltersTheControlThatItHoldsWhenTheOtherIsMissing)
     EXPECT_FALSE(m_edit.SubclassFiltered(fieldId + 1, &m_parent, 0x8003, ":\\"));
     Type("c:\\x y");
     EXPECT_EQ(Text(), "c:\\xy");
+}
+
+// In a code page of UTF-8 Windows refuses some conversions of single characters.
+TEST_F(ParsedEdit, TakesItsListedCharactersWhateverTheCodePageConverts)
+{
+    const auto refuse = [](UINT, DWORD, LPCWCH, int, LPSTR, int, LPCCH, LPBOOL) -> int { return 0; };
+    const support::ReplacedImport conversion(GetModuleHandleA(nullptr), "WideCharToMultiByte",
+                                             static_cast<decltype(WideCharToMultiByte)*>(refuse));
+    Filter(CC_LETTER | CC_LISTED, ":\\.");
+    Type("c:\\a.b");
+    EXPECT_EQ(Text(), "c:\\a.b");
 }
 
 } // namespace

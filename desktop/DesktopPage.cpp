@@ -1,5 +1,5 @@
 // The Desktop Mgmt page's view of desktop management.
-#include "desktop/ClientPage.h"
+#include "desktop/DesktopPage.h"
 
 #include "desktop/core/LoginScript.h"
 #include "resources/resource.h"
@@ -20,13 +20,13 @@ constexpr UINT noControl = 1031;
 IMPLEMENT_DYNAMIC(CVtnClientPropPage, CPropertyPage)
 
 BEGIN_MESSAGE_MAP(CVtnClientPropPage, CVtnPropPage)
-    ON_BN_CLICKED(IDC_CLIENT_ENABLE, &CVtnClientPropPage::OnEnable)
-    ON_BN_CLICKED(IDC_CLIENT_BROWSE, &CVtnClientPropPage::OnBrowse)
-    ON_EN_UPDATE(IDC_CLIENT_SCRIPT, &CVtnClientPropPage::OnScriptUpdate)
+    ON_BN_CLICKED(IDC_DESKTOP_ENABLE, &CVtnClientPropPage::OnEnable)
+    ON_BN_CLICKED(IDC_DESKTOP_BROWSE, &CVtnClientPropPage::OnBrowse)
+    ON_EN_UPDATE(IDC_DESKTOP_SCRIPT, &CVtnClientPropPage::OnScriptUpdate)
 END_MESSAGE_MAP()
 
 CVtnClientPropPage::CVtnClientPropPage()
-    : CVtnPropPage(IDD_CLIENT, "html\\vtnm2zvy.htm"), m_isClientStart(CommandLineContains(clientSwitch))
+    : CVtnPropPage(IDD_DESKTOP, "html\\vtnm2zvy.htm"), m_isClientStart(CommandLineContains(clientSwitch))
 {
     m_settings.Load();
 }
@@ -40,14 +40,15 @@ DWORD CVtnClientPropPage::Save()
 void CVtnClientPropPage::DoDataExchange(CDataExchange* pDX)
 {
     CVtnPropPage::DoDataExchange(pDX);
-    DDX_Control(pDX, IDC_CLIENT_ENABLE, m_enableBox);
-    DDX_Control(pDX, IDC_CLIENT_BROWSE, m_browseButton);
-    DDX_Control(pDX, IDC_CLIENT_SCRIPT_LABEL, m_scriptLabel);
-    DDX_Control(pDX, IDC_CLIENT_SCRIPT, m_scriptEdit);
+    DDX_Control(pDX, IDC_DESKTOP_ENABLE, m_enableBox);
+    DDX_Control(pDX, IDC_DESKTOP_BROWSE, m_browseButton);
+    DDX_Control(pDX, IDC_DESKTOP_SCRIPT_LABEL, m_scriptLabel);
+    DDX_Control(pDX, IDC_DESKTOP_SCRIPT, m_scriptEdit);
     CString path = m_settings.scriptPath.c_str();
-    DDX_Text(pDX, IDC_CLIENT_SCRIPT, path);
+    DDX_Text(pDX, IDC_DESKTOP_SCRIPT, path);
     m_settings.scriptPath = path;
-    if (m_enableBox.GetCheck() == BST_CHECKED)
+    // Not a limit of the field: a path that is too long is reported when the page is left.
+    if (pDX->m_bSaveAndValidate && m_enableBox.GetCheck() == BST_CHECKED)
         DDV_MaxChars(pDX, path, scriptPathLimit);
 }
 
@@ -55,7 +56,6 @@ BOOL CVtnClientPropPage::OnInitDialog()
 {
     CVtnPropPage::OnInitDialog();
     m_scriptEdit.SubclassFiltered(noControl, this, CC_DIGIT | CC_LETTER | CC_LISTED, pathCharacters);
-    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
     SelectScript();
     const bool wasOn = DesktopManagement::IsRecorded();
     m_settings.isOn = wasOn || m_isClientStart;
@@ -63,7 +63,7 @@ BOOL CVtnClientPropPage::OnInitDialog()
     // touched.
     m_changes = 0;
     if (m_settings.isOn != wasOn)
-        m_changes = DESKTOP_SWITCHED;
+        m_changes = SwitchChanged;
     m_enableBox.SetCheck(m_settings.isOn ? BST_CHECKED : BST_UNCHECKED);
     UpdateControls();
     return TRUE;
@@ -84,10 +84,10 @@ BOOL CVtnClientPropPage::OnKillActive()
 void CVtnClientPropPage::OnEnable()
 {
     m_settings.isOn = !m_settings.isOn;
-    m_changes ^= DESKTOP_SWITCHED;
+    m_changes ^= SwitchChanged;
     if (m_settings.isOn)
         MessageBoxById(m_hWnd, IDS_CLIENT_ENABLED_NOTE, IDS_APPLET_NAME, MB_ICONINFORMATION);
-    m_changes |= DESKTOP_SCRIPT;
+    m_changes |= ScriptChanged;
     UpdateControls();
 }
 
@@ -102,15 +102,15 @@ void CVtnClientPropPage::OnBrowse()
     if (dialog.DoModal() != IDOK)
         return;
     m_settings.scriptPath = dialog.GetPathName();
-    m_scriptEdit.SetWindowText(m_settings.scriptPath.c_str());
-    UpdateData(TRUE); // tells at once of a path that is too long
+    UpdateData(FALSE);
+    UpdateData(TRUE); // reports a path that is too long at once
     SelectScript();
-    m_changes |= DESKTOP_SCRIPT;
+    m_changes |= ScriptChanged;
 }
 
 void CVtnClientPropPage::OnScriptUpdate()
 {
-    m_changes |= DESKTOP_SCRIPT;
+    m_changes |= ScriptChanged;
 }
 
 void CVtnClientPropPage::SelectScript()

@@ -1,16 +1,11 @@
 // The Remote Lumora page's view of the board.
-#include "pages/Rb4Page.h"
+#include "pages/BoardPage.h"
 
 #include "resources/resource.h"
+#include "sysaccess/core/AgentNames.h"
 #include "sysaccess/core/ServiceQueries.h"
 #include "sysaccess/MessageBoxes.h"
 #include "sysaccess/PleaseWaitDlg.h"
-
-namespace {
-
-constexpr char serverAgentService[] = "VtMgServ";
-
-} // namespace
 
 BEGIN_MESSAGE_MAP(CVtnRb4PropPage, CVtnPropPage)
     ON_CONTROL_RANGE(BN_CLICKED, IDC_BOARD_BATTERY, IDC_BOARD_SERVER_RESET, &CVtnRb4PropPage::OnBoxClicked)
@@ -45,7 +40,7 @@ BOOL CVtnRb4PropPage::OnInitDialog()
         ShowBoard(data);
     UpdateData(TRUE);
     // The server agent talks to the board and must not lose it.
-    m_resetButton.EnableWindow(!IsServiceActive(serverAgentService));
+    m_resetButton.EnableWindow(!IsServiceActive(serverServiceName));
     m_changes = 0;
     return TRUE;
 }
