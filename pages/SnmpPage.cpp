@@ -6,12 +6,7 @@
 #include "resources/resource.h"
 #include "sysaccess/AgentRestart.h"
 #include "sysaccess/MessageBoxes.h"
-
-namespace {
-
-constexpr int serverRoleLimit = 64; // bytes
-
-} // namespace
+#include "sysaccess/ServiceStartStop.h"
 
 BEGIN_MESSAGE_MAP(CVtnSnmpPropPage, CVtnPropPage)
     ON_BN_CLICKED(IDC_SNMP_TEST_TRAP, &CVtnSnmpPropPage::OnTestTrap)
@@ -148,9 +143,11 @@ void CVtnSnmpPropPage::OnClearThresholds()
     }
     if (MessageBoxById(m_hWnd, IDS_CLEAR_NEEDS_STOP, IDS_APPLET_NAME, MB_YESNO | MB_ICONINFORMATION) != IDYES)
         return;
-    agents.StopAll(m_hWnd);
+    PleaseWaitSlot pleaseWait;
+    ServiceDialogs dialogs(m_hWnd, pleaseWait);
+    agents.StopAll(dialogs);
     const bool areCleared = AreThresholdsCleared(DeleteThresholds());
-    agents.StartAll(m_hWnd);
+    agents.StartAll(dialogs);
     ReportThresholds(areCleared);
 }
 

@@ -3,11 +3,11 @@
 
 # The Debian packages, in one place: to build, to run and take pictures, for a Japanese system, to make the installation
 # package, to check sources.
-BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest python3 fp-utils)
+BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest libcli11-dev nlohmann-json3-dev python3 fp-utils)
 RUN_PACKAGES=(wine wine64 fonts-wine fonts-liberation xvfb x11-utils imagemagick)
 JAPANESE_PACKAGES=(locales fonts-vlgothic)
 PACKAGE_PACKAGES=(wixl msitools faketime osslsigncode zip)
-CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen libchm-bin shellcheck)
+CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen libchm-bin python3-jsonschema shellcheck)
 NATIVE_PACKAGES=(g++)
 COVERAGE_PACKAGES=(gcovr)
 FLEET_PACKAGES=(ansible-core ansible-lint python3)
@@ -38,7 +38,7 @@ set_up_for_fleet() {
 }
 
 set_up_for_coverage() {
-  ensure_packages cmake ninja-build googletest "${NATIVE_PACKAGES[@]}" "${COVERAGE_PACKAGES[@]}"
+  ensure_packages cmake ninja-build googletest libcli11-dev nlohmann-json3-dev "${NATIVE_PACKAGES[@]}" "${COVERAGE_PACKAGES[@]}"
 }
 
 as_root() {

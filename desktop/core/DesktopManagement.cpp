@@ -20,6 +20,11 @@ void Require(bool isDone, ConfigurationError failure)
 
 } // namespace
 
+std::string ProposedScript(const std::string& scriptDirectory)
+{
+    return scriptDirectory + "\\LOGIN.BAT";
+}
+
 void DesktopManagement::Load()
 {
     CRegistryKey(HKEY_LOCAL_MACHINE, hostAgentKey).GetString(clientIniValue, scriptPath, REG_SZ, 0);
@@ -28,7 +33,7 @@ void DesktopManagement::Load()
         return;
     }
     scriptDirectory = FindScriptDirectory();
-    scriptPath = scriptDirectory + "\\LOGIN.BAT";
+    scriptPath = ProposedScript(scriptDirectory);
 }
 
 bool DesktopManagement::IsRecorded()

@@ -8,6 +8,9 @@
 // Longest script path in bytes while desktop management is on.
 inline constexpr int scriptPathLimit = 256;
 
+// The login script that is proposed while none is recorded: LOGIN.BAT in the script directory.
+[[nodiscard]] std::string ProposedScript(const std::string& scriptDirectory);
+
 // What has changed since loading, as bits.
 enum DesktopChange : DWORD
 {

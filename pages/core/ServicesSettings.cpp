@@ -6,16 +6,26 @@
 
 namespace {
 
+// Whether the manager may be left alone, since it has just this already.
+template <typename Value>
+bool IsToStay(const UniqueServiceHandle& service, Value ServiceConfig::*field, const Value& value)
+{
+    if (!EqualValuesStay::IsInForce())
+        return false;
+    const std::optional<ServiceConfig> config = ReadServiceConfig(service.Get());
+    return config.has_value() && (*config).*field == value;
+}
+
 void SetStartType(const UniqueServiceHandle& service, DWORD startType)
 {
-    if (service)
+    if (service && !IsToStay(service, &ServiceConfig::startType, startType))
         ChangeServiceConfigA(service.Get(), SERVICE_NO_CHANGE, startType, SERVICE_NO_CHANGE, nullptr, nullptr,
                              nullptr, nullptr, nullptr, nullptr, nullptr);
 }
 
 void SetDependencies(const UniqueServiceHandle& service, const std::vector<std::string>& names)
 {
-    if (!service)
+    if (!service || IsToStay(service, &ServiceConfig::dependencies, names))
         return;
     std::string block; // each name with its zero; the string's own zero ends the block
     for (const std::string& name : names)

@@ -161,11 +161,12 @@ void SnmpSettings::LoadDebuggers()
     m_savedDebugger = exceptionTrap ? ReadText(parkedDebuggerKey, debuggerValue) : active;
 }
 
-void SnmpSettings::Save(DWORD changes) const
+void SnmpSettings::SaveOnly(DWORD changes) const
 {
     if ((changes & setsEnabledChanges) != 0)
         SaveSetsEnabled();
-    Key(productKey).SetString(serverRoleValue, serverRole);
+    if ((changes & ServerRoleChanged) != 0)
+        Key(productKey).SetString(serverRoleValue, serverRole);
     // The value as a whole, on purpose: the agent knows no bits but the page's.
     if ((changes & hostFlagsChanges) != 0)
         Key(hostAgentKey).SetDword(hostFlagsValue, FlagsOf(SnmpValue::HostFlags));

@@ -47,7 +47,11 @@ enum SnmpChange : DWORD
     ExceptionTrapChanged = 0x08,
     TelnetChanged = 0x10,
     RackTrapsChanged = 0x20,
+    ServerRoleChanged = 0x40, // the page writes the role in any case
 };
+
+// Longest server role, in bytes.
+inline constexpr int serverRoleLimit = 64;
 
 // The stored numbers whose bits are settings: one that every agent gets, and one of the host agent alone.
 enum class SnmpValue
@@ -65,10 +69,15 @@ class SnmpSettings
     // cannot be opened; the rack agent's key may be absent.
     void Load();
 
+    // Remote reboot is off while SNMP sets are.
+    void KeepRemoteRebootToSets() { remoteReboot = remoteReboot && setsEnabled ? TRUE : FALSE; }
+
     // Writes the server role, and what `changes` (SnmpChange bits) says. An agent that cannot be written to
     // is passed over; a refusal of anything else is thrown as ConfigurationError, and what was written before
     // stays.
-    void Save(DWORD changes) const;
+    void Save(DWORD changes) const { SaveOnly(changes | ServerRoleChanged); }
+    // The same without the server role, unless `changes` says so.
+    void SaveOnly(DWORD changes) const;
 
     BOOL setsEnabled = FALSE;
     BOOL remoteReboot = FALSE;

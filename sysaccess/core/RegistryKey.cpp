@@ -111,10 +111,25 @@ DWORD CRegistryKey::QueryValue(const char* valueName, DWORD& type, RegistryData&
 DWORD CRegistryKey::SetValue(const char* valueName, DWORD type, const BYTE* data, DWORD size)
 {
     Open();
+    if (EqualValuesStay::IsInForce() && Holds(valueName, type, data, size)) {
+        Close();
+        return ERROR_SUCCESS;
+    }
     // A refused write leaves the key open, like a refused read.
     RefuseUnlessSuccess(RegSetValueExA(m_key, valueName, 0, type, data, size));
     Close();
     return ERROR_SUCCESS;
+}
+
+bool CRegistryKey::Holds(const char* valueName, DWORD type, const BYTE* data, DWORD size) const
+{
+    DWORD storedType = REG_NONE;
+    std::vector<BYTE> stored(size + 1); // room for one byte more than would be equal
+    auto storedSize = static_cast<DWORD>(stored.size());
+    const LSTATUS status =
+        RegQueryValueExA(m_key, valueName, nullptr, &storedType, stored.data(), &storedSize);
+    return status == ERROR_SUCCESS && storedType == type && storedSize == size &&
+           std::equal(stored.begin(), stored.begin() + static_cast<std::ptrdiff_t>(size), data);
 }
 
 DWORD CRegistryKey::GetString(const char* valueName, std::string& text, DWORD expectedType, int expandFlag)

@@ -12,6 +12,23 @@
 // Data of one value as the registry holds it, followed by a zero byte that does not count.
 using RegistryData = std::unique_ptr<BYTE[]>;
 
+// While one of these lives, CRegistryKey leaves alone a value that is to become just what is stored already.
+// For who must not touch what stays as it is; without it every write is made.
+class EqualValuesStay
+{
+  public:
+    EqualValuesStay() { ++s_count; }
+    ~EqualValuesStay() { --s_count; }
+    EqualValuesStay(const EqualValuesStay&) = delete;
+    EqualValuesStay& operator=(const EqualValuesStay&) = delete;
+
+    // Whether one lives.
+    [[nodiscard]] static bool IsInForce() { return s_count > 0; }
+
+  private:
+    static inline int s_count = 0;
+};
+
 // A key under HKEY_LOCAL_MACHINE. Each operation opens the key, does its one query or update and closes it
 // again: nothing is held in between. Not for use by two threads at a time.
 //
@@ -65,6 +82,8 @@ class CRegistryKey
   private:
     void Open();
     void Close();
+    // Whether the open key holds just this value.
+    [[nodiscard]] bool Holds(const char* valueName, DWORD type, const BYTE* data, DWORD size) const;
     // Counts, then reads; returns the status of the last enumeration call.
     LSTATUS ReadSubkeys(std::vector<std::string>& names);
 

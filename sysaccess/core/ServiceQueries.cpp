@@ -59,6 +59,24 @@ struct DependentsQuery
     DWORD count = 0;
 };
 
+// Reads the configuration record into `buffer`, its texts behind it, which the record points to.
+bool QueryConfig(SC_HANDLE service, std::vector<BYTE>& buffer)
+{
+    const auto query = [&](DWORD& size) {
+        return QueryServiceConfigA(service, reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data()), size,
+                                   &size) != FALSE;
+    };
+    buffer.resize(sizeof(QUERY_SERVICE_CONFIGA) + 1024);
+    auto size = static_cast<DWORD>(buffer.size());
+    if (query(size))
+        return true;
+    if (GetLastError() != ERROR_INSUFFICIENT_BUFFER)
+        return false;
+    // A long list of dependencies needs more.
+    buffer.resize(size);
+    return query(size);
+}
+
 } // namespace
 
 UniqueServiceHandle OpenServiceOf(const UniqueServiceHandle& manager, const char* serviceName, DWORD access)
@@ -77,6 +95,22 @@ std::optional<DWORD> ReadServiceState(SC_HANDLE service)
     if (service == nullptr || !QueryServiceStatus(service, &status))
         return std::nullopt;
     return status.dwCurrentState;
+}
+
+std::optional<ServiceConfig> ReadServiceConfig(SC_HANDLE service)
+{
+    std::vector<BYTE> buffer;
+    if (!QueryConfig(service, buffer))
+        return std::nullopt;
+    const auto& record = *reinterpret_cast<const QUERY_SERVICE_CONFIGA*>(buffer.data());
+    ServiceConfig config{.startType = record.dwStartType,
+                         .displayName = record.lpDisplayName == nullptr ? "" : record.lpDisplayName};
+    const char* name = record.lpDependencies;
+    while (name != nullptr && *name != '\0') {
+        config.dependencies.emplace_back(name);
+        name += config.dependencies.back().size() + 1;
+    }
+    return config;
 }
 
 bool IsServiceActive(const char* serviceName)

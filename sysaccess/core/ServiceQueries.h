@@ -28,6 +28,17 @@ using UniqueServiceHandle = UniqueHandle<SC_HANDLE, CloseService>;
 // handle.
 [[nodiscard]] std::optional<DWORD> ReadServiceState(SC_HANDLE service);
 
+// What the manager has stored of a service, as far as it matters here.
+struct ServiceConfig
+{
+    DWORD startType = SERVICE_DEMAND_START;
+    std::string displayName = {};
+    std::vector<std::string> dependencies = {};
+};
+
+// Reads it; nothing when that fails. Needs the right to query the configuration.
+[[nodiscard]] std::optional<ServiceConfig> ReadServiceConfig(SC_HANDLE service);
+
 // True while a service runs, is paused, or is on its way to either; also when the manager cannot be opened,
 // since callers then do best to assume that the agents are at work. False when it is stopped or stopping,
 // missing, or cannot be read.

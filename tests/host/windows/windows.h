@@ -15,6 +15,7 @@ using BOOL = int;
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
 using DWORD = std::uint32_t;
+using ULONGLONG = std::uint64_t;
 using UINT = unsigned int;
 using LONG = std::int32_t;
 using LSTATUS = LONG;
@@ -118,11 +119,33 @@ BOOL GetComputerNameA(LPSTR name, LPDWORD size);
 // --- texts of the ANSI code page
 
 #define CP_ACP 0U
+#define CP_UTF8 65001U
+#define WC_NO_BEST_FIT_CHARS 0x400U
+#define LOCALE_USER_DEFAULT 0x400U
+#define LCMAP_LOWERCASE 0x100U
+#define NORM_IGNORECASE 1U
+#define CSTR_LESS_THAN 1
 
 int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide, int size);
 int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int length, LPSTR text, int size,
                         LPCSTR substitute, LPBOOL isSubstituted);
 BOOL IsDBCSLeadByte(BYTE byte);
+UINT GetACP();
+int LCMapStringW(DWORD locale, DWORD flags, LPCWSTR text, int length, LPWSTR mapped, int size);
+int CompareStringW(DWORD locale, DWORD flags, LPCWSTR first, int firstLength, LPCWSTR second,
+                   int secondLength);
+
+// --- resources, of which native programs have none
+
+#define MAKEINTRESOURCEA(id) (reinterpret_cast<LPCSTR>(std::uintptr_t{id}))
+#define RT_STRING MAKEINTRESOURCEA(6U)
+using HRSRC = struct HRSRC__*;
+using HGLOBAL = void*;
+
+HRSRC FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
+HGLOBAL LoadResource(HMODULE module, HRSRC resource);
+LPVOID LockResource(HGLOBAL loaded);
+DWORD SizeofResource(HMODULE module, HRSRC resource);
 
 // --- files
 

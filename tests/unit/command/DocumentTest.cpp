@@ -1,0 +1,100 @@
+// The document's text: what is taken, and where and why it is not.
+#include "command/Document.h"
+#include "command/CodePage.h"
+#include "command/CommandError.h"
+#include "support/Expect.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// What the refusal of a text says; empty when it is taken.
+std::string RefusalOf(const std::string& text)
+try {
+    (void)ParseDocument(text);
+    return {};
+} catch (const CommandError& error) {
+    return error.what();
+}
+
+TEST(Document, IsOneObject)
+{
+    EXPECT_EQ(ParseDocument(R"({"a":{"b":true}})"), Json({{"a", {{"b", true}}}}));
+    for (const char* text : {"[]", "1", "\"a\"", "null"})
+        EXPECT_EQ(RefusalOf(text), "the document is no object; it must begin with { and end with }");
+}
+
+TEST(Document, MayBeginWithAByteOrderMark)
+{
+    EXPECT_EQ(ParseDocument("\xEF\xBB\xBF{}"), Json::object());
+}
+
+TEST(Document, IsTakenInUtf16AsWindowsPowerShellWritesIt)
+{
+    const std::string text("\xFF\xFE{\0\"\0\xE9\0\"\0:\0001\0}\0\r\0\n\0", 20);
+    EXPECT_EQ(ParseDocument(text), Json({{"\xC3\xA9", 1}}));
+}
+
+TEST(Document, NamesTheMemberThatStandsThereTwice)
+{
+    EXPECT_EQ(RefusalOf(R"({"a":1,"b":{"c":1,"c":2}})"), "b.c: stands there twice; leave one of them out");
+    EXPECT_EQ(RefusalOf(R"({"a":1,"b":{"a":1}})"), "");
+}
+
+TEST(Document, SaysWhereItIsNoJson)
+{
+    EXPECT_TRUE(RefusalOf("{\n  \"a\": yes\n}")
+                    .starts_with("the document is no JSON in UTF-8 at line 2, column 8: "));
+    EXPECT_TRUE(RefusalOf("").starts_with("the document is no JSON in UTF-8 at line 1, column 1: "));
+    EXPECT_TRUE(RefusalOf("{\"\xE9\":1}").starts_with("the document is no JSON in UTF-8 at line 1, column "));
+}
+
+TEST(Document, IsRefusedWhenItGoesTooDeepOrTooFar)
+{
+    const std::string deep(100'000, '[');
+    EXPECT_EQ(RefusalOf(deep), "the document has objects or arrays in one another deeper than anything here");
+    EXPECT_EQ(RefusalOf("{}" + std::string(documentLimit, ' ')),
+              "the document is longer than 1 MB; this is no document of settings");
+}
+
+TEST(Document, IsPrintedInAscii)
+{
+    EXPECT_EQ(OneLine({{"\xC3\xA9", "\n"}}), "{\"\\u00e9\":\"\\n\"}");
+}
+
+TEST(Changes, AreListedMemberByMember)
+{
+    const Json before = {{"a", {{"x", 1}, {"gone", 2}}}, {"b", true}};
+    const Json after = {{"a", {{"x", 3}, {"new", 4}}}, {"b", true}};
+    const std::vector<MemberChange> changes = ChangesBetween("", before, after, "none");
+    ASSERT_EQ(changes.size(), 3);
+    EXPECT_EQ(changes[0].path, "a.x");
+    EXPECT_EQ(changes[1].path, "a.gone");
+    EXPECT_EQ(changes[1].after, "none");
+    EXPECT_EQ(changes[2].path, "a.new");
+    EXPECT_EQ(changes[2].before, "none");
+}
+
+TEST(CodePage, TakesBackWhatItGave)
+{
+    for (const char* text : {"", "plain", "a b\\c"}) {
+        const std::string local = text;
+        EXPECT_EQ(FromUtf8(ToUtf8(local)), local);
+    }
+}
+
+TEST(CodePage, RefusesWhatItCannotExpress)
+{
+    EXPECT_EQ(FromUtf8("\xF0\x9F\x98\x80"), std::nullopt);
+    EXPECT_EQ(LowerFromUtf8("\xF0\x9F\x98\x80"), std::nullopt);
+}
+
+TEST(CodePage, LowersAndSortsAsAListBoxDoes)
+{
+    EXPECT_EQ(LowerFromUtf8("NvBackup.EXE"), "nvbackup.exe");
+    EXPECT_TRUE(IsListedBefore("a", "B"));
+    EXPECT_FALSE(IsListedBefore("B", "a"));
+    EXPECT_FALSE(IsListedBefore("a", "A"));
+}
+
+} // namespace
