@@ -29,22 +29,23 @@ class CallbackModule(CallbackBase):
         self._started[host.name, task._uuid] = time.time()
 
     def v2_runner_on_ok(self, result):
-        self._write(result)
+        self._write(result, failed=False)
 
     def v2_runner_on_failed(self, result, ignore_errors=False):
-        self._write(result)
+        self._write(result, failed=True)
 
     def v2_runner_on_unreachable(self, result):
-        self._write(result)
+        self._write(result, failed=True)
 
-    def _write(self, result):
+    def _write(self, result, failed):
         answer = result._result
         line = {
             "host": result._host.name,
             "task": result._task.get_name(),
             "start": self._started.get((result._host.name, result._task._uuid)),
             "end": time.time(),
-            **{key: answer.get(key) for key in ("changed", "failed", "msg", "changes", "diff", "state")},
+            **{key: answer.get(key) for key in ("changed", "msg", "changes", "diff", "state")},
+            "failed": failed,
         }
         with open(os.environ["VTN_FLEET_RESULTS"], "a", encoding="utf-8") as results:
             results.write(json.dumps(line) + "\n")
