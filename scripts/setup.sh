@@ -10,6 +10,7 @@ PACKAGE_PACKAGES=(wixl msitools faketime osslsigncode zip)
 CHECK_PACKAGES=(clang-format-14 clang-tidy-14 cppcheck doxygen libchm-bin python3-jsonschema shellcheck)
 NATIVE_PACKAGES=(g++)
 COVERAGE_PACKAGES=(gcovr)
+FLEET_PACKAGES=(ansible-core ansible-lint python3)
 
 # set_up_for_run, set_up_for_run_in_japanese, set_up_for_package, set_up_for_test: what each of these needs, and no more.
 set_up_for_run() {
@@ -29,6 +30,11 @@ set_up_for_test() {
   ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${JAPANESE_PACKAGES[@]}" "${CHECK_PACKAGES[@]}" \
     "${NATIVE_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}" openssl
   ensure_japanese
+}
+
+# Beside what the other tests need.
+set_up_for_fleet() {
+  ensure_packages "${FLEET_PACKAGES[@]}"
 }
 
 set_up_for_coverage() {
