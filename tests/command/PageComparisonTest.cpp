@@ -1,11 +1,11 @@
 // What the command line writes beside what the applet's pages write for the same change, byte for byte.
 #include "applet/AppletTest.h"
 #include "command/Commands.h"
+#include "machine/BoardScript.h"
+#include "machine/TaskListScript.h"
 #include "resources/resource.h"
-#include "support/BoardScript.h"
 #include "support/ServiceScript.h"
 #include "support/ShareScript.h"
-#include "support/TaskListScript.h"
 #include "support/TestDirectory.h"
 
 #include <functional>

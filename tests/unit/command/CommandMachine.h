@@ -4,14 +4,14 @@
 
 #include "command/Commands.h"
 #include "command/Json.h"
-#include "support/AgentMachine.h"
-#include "support/BoardScript.h"
+#include "machine/AgentMachine.h"
+#include "machine/BoardScript.h"
+#include "machine/TaskListScript.h"
 #include "support/CallLog.h"
 #include "support/FakeClock.h"
 #include "support/RegistryCalls.h"
 #include "support/ServiceScript.h"
 #include "support/ShareScript.h"
-#include "support/TaskListScript.h"
 #include "support/TestDirectory.h"
 
 #include <gtest/gtest.h>
