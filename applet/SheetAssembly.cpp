@@ -75,33 +75,30 @@ BOOL CSheetAssembly::OnInitDialog()
     return result;
 }
 
-CRect CSheetAssembly::PlaceOf(int controlId) const
+CRect CSheetAssembly::PlaceOf(const CWnd& control) const
 {
     CRect place;
-    GetDlgItem(controlId)->GetWindowRect(&place);
+    control.GetWindowRect(&place);
     ScreenToClient(&place);
     return place;
 }
 
-// Settings take effect with the agents' restart after OK, so there is nothing that Apply could do.
+// Settings take effect with the agents' restart after OK, so there is nothing that Apply could do. Some
+// systems leave room for a Help button of their own to the right of Apply: the row then moves to where it
+// would stand without. Each control is looked for once, as that is a way to the window server and back.
 void CSheetAssembly::PutHelpInPlaceOfApply()
 {
-    CloseGapBesideApply();
-    const CRect place = PlaceOf(ID_APPLY_NOW);
-    GetDlgItem(ID_APPLY_NOW)->EnableWindow(FALSE);
-    GetDlgItem(ID_APPLY_NOW)->SetWindowPos(nullptr, place.left, place.top, 0, 0, inPlace | SWP_HIDEWINDOW);
-    GetDlgItem(IDHELP)->SetWindowPos(nullptr, place.left, place.top, 0, 0, inPlace | SWP_SHOWWINDOW);
-}
-
-// Some systems leave room for a Help button of their own to the right of Apply: the row moves to where it
-// would stand without.
-void CSheetAssembly::CloseGapBesideApply()
-{
-    const int gap = PlaceOf(tabControlId).right - PlaceOf(ID_APPLY_NOW).right;
-    for (const int button : {IDOK, IDCANCEL, ID_APPLY_NOW}) {
-        const CRect place = PlaceOf(button);
-        GetDlgItem(button)->SetWindowPos(nullptr, place.left + gap, place.top, 0, 0, inPlace);
+    CWnd& apply = *GetDlgItem(ID_APPLY_NOW);
+    const CRect place = PlaceOf(apply);
+    const int gap = PlaceOf(*GetDlgItem(tabControlId)).right - place.right;
+    for (const int button : {IDOK, IDCANCEL}) {
+        CWnd& control = *GetDlgItem(button);
+        const CRect before = PlaceOf(control);
+        control.SetWindowPos(nullptr, before.left + gap, before.top, 0, 0, inPlace);
     }
+    apply.EnableWindow(FALSE);
+    apply.SetWindowPos(nullptr, place.left + gap, place.top, 0, 0, inPlace | SWP_HIDEWINDOW);
+    GetDlgItem(IDHELP)->SetWindowPos(nullptr, place.left + gap, place.top, 0, 0, inPlace | SWP_SHOWWINDOW);
 }
 
 void CSheetAssembly::OnHelp()

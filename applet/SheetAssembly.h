@@ -40,9 +40,8 @@ class CSheetAssembly : public CPropertySheet, public SettingsSheet
   private:
     [[nodiscard]] CVtnPropPage* Page(PageRole role) const { return m_pages[static_cast<std::size_t>(role)]; }
     // A control's rectangle in the sheet's client coordinates, in pixels.
-    [[nodiscard]] CRect PlaceOf(int controlId) const;
+    [[nodiscard]] CRect PlaceOf(const CWnd& control) const;
     void PutHelpInPlaceOfApply();
-    void CloseGapBesideApply();
 
     std::array<CVtnPropPage*, pageTable.size()> m_pages{};
 };
