@@ -108,7 +108,7 @@ void AgentsSection::TakeGroup(AgentGroup& group, const Json& wanted, const std::
     RequireObject(wanted, path);
     Switches switches;
     for (const auto& [name, value] : wanted.items()) {
-        const std::string agentPath = path + "." + name;
+        const std::string agentPath = std::string(path).append(".").append(name);
         const bool active = RequireBoolean(value, agentPath);
         if (!switches.emplace(IndexIn(group, name, agentPath), active).second)
             RefuseMember(agentPath, "stands there twice, in different letter case; leave one of them out");

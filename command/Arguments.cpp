@@ -2,6 +2,7 @@
 #include "command/Arguments.h"
 
 #include "command/CommandError.h"
+#include "command/Version.h"
 
 #include <algorithm>
 #include <CLI/App.hpp>
@@ -69,7 +70,7 @@ Arguments ParseArguments(const std::vector<std::string>& arguments)
                      "vtncfg");
     program.footer(footer);
     program.add_flag(jsonErrors, parsed.hasJsonErrors, "Errors as JSON, for programs that read them.");
-    program.set_version_flag("--version", "vtncfg " VTN_VERSION);
+    program.set_version_flag("--version", std::string("vtncfg ") + productVersion);
     program.allow_windows_style_options(false); // a name may begin with a slash
     program.require_subcommand(1);
     AddCommands(program, parsed);

@@ -104,6 +104,8 @@ Json ParseDocument(const std::string& text)
         return document;
     } catch (const Json::parse_error& error) {
         RefuseText("is no JSON in UTF-8 at " + PlaceOf(decoded, error.byte) + ": " + ReasonOf(error));
+    } catch (const Json::out_of_range&) {
+        RefuseText("holds a number that is too large for any setting");
     }
 }
 

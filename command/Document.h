@@ -7,7 +7,7 @@
 #include <vector>
 
 // The largest text that is taken for a document, in bytes.
-inline constexpr std::size_t documentLimit = 1024 * 1024;
+inline constexpr std::size_t documentLimit = 1'048'576;
 
 // Takes a document apart: UTF-8, with or without a byte order mark, or UTF-16 with one, as Windows PowerShell
 // writes it. Throws CommandError with the place when it is no JSON, no object, or names a member twice.

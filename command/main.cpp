@@ -4,6 +4,7 @@
 #include "command/ConsoleStreams.h"
 
 #include <cstdlib>
+#include <exception>
 
 // The arguments are taken as they are: names with * and ? are for the program.
 extern "C" int _dowildcard;
@@ -12,7 +13,6 @@ int _dowildcard = 0;
 // The language's support would otherwise print uncaught exceptions, of which there are none, by their names:
 // a tenth of the program.
 namespace __gnu_cxx {
-void __verbose_terminate_handler();
 void __verbose_terminate_handler()
 {
     std::abort();

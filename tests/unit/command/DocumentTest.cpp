@@ -57,6 +57,11 @@ TEST(Document, IsRefusedWhenItGoesTooDeepOrTooFar)
               "the document is longer than 1 MB; this is no document of settings");
 }
 
+TEST(Document, IsRefusedForANumberThatNoProgramHolds)
+{
+    EXPECT_EQ(RefusalOf(R"({"a":1e9999})"), "the document holds a number that is too large for any setting");
+}
+
 TEST(Document, IsPrintedInAscii)
 {
     EXPECT_EQ(OneLine({{"\xC3\xA9", "\n"}}), "{\"\\u00e9\":\"\\n\"}");
