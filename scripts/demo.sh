@@ -60,7 +60,7 @@ remove_machine() {
   rm -rf "$WINEPREFIX"
 }
 
-# start_machine [OPTION...]: brings the machine up, with what `Machine start` is to be told.
+# start_machine [OPTION...]: brings the machine up, with options of `Machine start`.
 start_machine() {
   say "Starting the services of the demo machine ..."
   tool Machine start "$@" || fail "the services of the demo machine did not start."

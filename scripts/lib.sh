@@ -10,7 +10,7 @@ export WINEDEBUG="${WINEDEBUG:--all}" WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-msco
 # say TEXT: one line on what is being done.
 say() { printf '%s\n' "$*"; }
 
-# fail SENTENCE: ends the script with one sentence that tells what is wrong and what to do.
+# fail SENTENCE: ends the script with one sentence that says what is wrong and what to do.
 fail() {
   printf '%s: %s\n' "$(basename "$0")" "$*" >&2
   exit 1
@@ -37,7 +37,7 @@ fill_prefix() {
 }
 
 # Wine does not find its own fonts where Debian puts them, and the closest that it then finds have other widths. The
-# Japanese dialog font is one of even width unless Wine is told of the proportional one.
+# Japanese dialog font is one of even width unless Wine is given the proportional one.
 give_fonts() {
   cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
   wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'MS UI Gothic' /d 'VL PGothic' /f >/dev/null

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-// Whether the agents can be stopped or started while their host is in this state. Otherwise tells the user
+// Whether the agents can be stopped or started while their host is in this state. Otherwise informs the user
 // that they must be seen to by hand.
 [[nodiscard]] bool CanControlAgents(HWND owner, DWORD hostState);
 

@@ -1,4 +1,4 @@
-// The dialog that tells the user what the applet is waiting for while its only thread is busy.
+// The dialog that shows what the applet is waiting for while its only thread is busy.
 #pragma once
 
 #include "resources/resource.h"

@@ -7,7 +7,7 @@
 
 namespace {
 
-// No window must not be passed on: Windows would repaint the whole screen.
+// A null window would make Windows repaint the whole screen.
 void Repaint(HWND window)
 {
     if (window == nullptr)
