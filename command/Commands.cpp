@@ -47,11 +47,10 @@ ExitCode Get(const Arguments& arguments, Streams& streams)
 }
 
 // The state as it is afterwards, read anew unless nothing was written.
-Json Apply(Machine& machine, bool isWhatIf)
+Json StateAfter(const Machine& machine, bool isWhatIf)
 {
     if (isWhatIf)
         return machine.Show();
-    machine.Save();
     Machine after;
     after.Load();
     return after.Show();
@@ -64,13 +63,16 @@ ExitCode Set(const Arguments& arguments, Streams& streams, ErrorLines& errors)
     machine.Load();
     machine.Take(document);
     const std::vector<MemberChange> changes = machine.Changes();
-    PrintLine(streams, Apply(machine, arguments.isWhatIf));
+    if (!arguments.isWhatIf)
+        machine.Save();
+    // Before anything is printed: a reader who is gone must not keep the agents from what was written.
+    const bool restarts = arguments.restartsAgents && !arguments.isWhatIf && !changes.empty();
+    const ExitCode code = restarts ? RestartAgents(errors) : ExitCode::Done;
+    PrintLine(streams, StateAfter(machine, arguments.isWhatIf));
     PrintLine(streams, ChangedSections(changes));
     if (arguments.showsChanges)
         PrintLine(streams, ListOf(changes));
-    if (!arguments.restartsAgents || arguments.isWhatIf || changes.empty())
-        return ExitCode::Done;
-    return RestartAgents(errors);
+    return code;
 }
 
 ExitCode Test(const Arguments& arguments, Streams& streams)

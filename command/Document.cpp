@@ -9,8 +9,9 @@
 
 namespace {
 
-// Deeper than any document goes.
+// Deeper than any document goes, and more members of one object than any machine has.
 constexpr int depthLimit = 16;
+constexpr std::size_t memberLimit = 8192;
 
 [[noreturn]] void RefuseText(const std::string& reason)
 {
@@ -63,6 +64,8 @@ class StrictNames
     void Add(const std::string& name)
     {
         m_objects.back().current = name;
+        if (m_objects.back().names.size() == memberLimit)
+            RefuseText("has an object of more than " + std::to_string(memberLimit) + " members");
         if (m_objects.back().names.insert(name).second)
             return;
         std::string path;

@@ -86,7 +86,7 @@ void ProcessMonitorSection::Load()
     for (const MonitoredProcess& process : LoadMonitoredProcesses()) {
         MonitoredProcess& listed = m_processes.emplace_back(process);
         listed.name = ListedName(process.name);
-        if (!names.insert(listed.name).second)
+        if (listed.name.empty() || !names.insert(listed.name).second)
             m_processes.pop_back();
     }
     Sort();
@@ -124,7 +124,11 @@ ProcessMonitorSection::Options ProcessMonitorSection::OptionsOf(const Json& want
                 RefuseMember(PathOf(text), "all other processes can only be \"none\"");
             continue;
         }
-        if (!options.emplace(RequireName(text, PathOf(text)), option).second)
+        // A stored name is taken as it is shown, also where nobody could type it.
+        const std::optional<std::string> stored = LowerFromUtf8(text);
+        const bool isListed =
+            stored && std::ranges::count(m_processes, *stored, &MonitoredProcess::name) != 0;
+        if (!options.emplace(isListed ? *stored : RequireName(text, PathOf(text)), option).second)
             RefuseMember(PathOf(text), "stands there twice, in different writing; leave one of them out");
     }
     return options;
@@ -150,6 +154,9 @@ void ProcessMonitorSection::SetOption(const std::string& name, BYTE option)
 {
     const auto process = std::ranges::find(m_processes, name, &MonitoredProcess::name);
     if (process != m_processes.end()) {
+        if (OptionOf(*process) >= optionNames.size())
+            RefuseMember(PathOf(ToUtf8(name)),
+                         "has an option that vtncfg does not know; choose another on the page");
         if (OptionOf(*process) != option)
             process->option = static_cast<BYTE>(option | (process->option & ProcessAddedByHand));
         return;

@@ -4,6 +4,7 @@
 #include "command/CodePage.h"
 #include "command/Document.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -52,6 +53,9 @@ void TakeServerRole(SnmpSettings& settings, const Json& value, const std::string
         RefuseMember(path, "takes " + std::to_string(role.size()) +
                                " bytes in the code page of this system; " + std::to_string(serverRoleLimit) +
                                " are the most");
+    const bool hasControls = std::ranges::any_of(role, [](unsigned char code) { return code < ' '; });
+    if (hasControls && role != settings.serverRole)
+        RefuseMember(path, "holds line ends or other control characters");
     settings.serverRole = role;
 }
 

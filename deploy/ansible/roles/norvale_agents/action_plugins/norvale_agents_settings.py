@@ -84,6 +84,7 @@ class ActionModule(ActionBase):
             result["diff"] = diff_of(changes)
         if result["failed"]:
             result["msg"] = sentence_of(answer)
+            result["changed"] = result["changed"] or "Written before:" in result["msg"]
         if answer.get("unreachable"):
             result["unreachable"] = True
         return result
