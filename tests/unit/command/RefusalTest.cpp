@@ -58,6 +58,23 @@ TEST_F(Refusal, OfValuesThatDoNotExist)
                   "processMonitor.*: all other processes can only be \"none\"");
 }
 
+TEST_F(Refusal, OfAProcessWhoseStoredOptionHasNoName)
+{
+    Store(std::string("\x05"
+                      "abc\0",
+                      5));
+    ExpectRefused(R"({"processMonitor":{"abc":"none"}})",
+                  "processMonitor.abc: has an option that vtncfg does not know; choose another on the page");
+}
+
+TEST_F(Refusal, OfMoreMembersThanAnyMachineHas)
+{
+    std::string document = R"({"processMonitor":{"first":"stop")";
+    for (int i = 0; i < 8192; ++i)
+        document += ",\"p" + std::to_string(i) + "\":\"stop\"";
+    ExpectRefused(document + "}}", "the document has an object of more than 8192 members");
+}
+
 TEST_F(Refusal, OfTextsThatTheSettingsCannotHold)
 {
     ExpectRefused(R"({"snmp":{"serverRole":"a\u0000b"}})", "snmp.serverRole: must not hold a zero character");
@@ -65,6 +82,8 @@ TEST_F(Refusal, OfTextsThatTheSettingsCannotHold)
                   "snmp.serverRole: holds a character that the code page of this system does not have");
     ExpectRefused("{\"snmp\":{\"serverRole\":\"" + std::string(65, 'r') + "\"}}",
                   "snmp.serverRole: takes 65 bytes in the code page of this system; 64 are the most");
+    ExpectRefused(R"({"snmp":{"serverRole":"a\nb"}})",
+                  "snmp.serverRole: holds line ends or other control characters");
     ExpectRefused(R"({"processMonitor":{" ":"stop"}})", "processMonitor. : a process has a name");
     ExpectRefused(R"({"processMonitor":{"a\tb":"stop"}})",
                   "processMonitor.a\\tb: the name of a process holds neither tabs nor zero characters");

@@ -295,4 +295,12 @@ TEST_F(DomainSet, RefusesScriptsThatThePageRefuses)
                   path + "can be changed only while desktop management is on");
 }
 
+TEST_F(SetCommand, TakesBackWhatWasShownBesideAStoredProcessWithoutAName)
+{
+    Store(std::string("\x01\0\x02 b\0", 6));
+    const Json before = Get();
+    EXPECT_EQ(before["processMonitor"].dump(), R"({"*":"none"," b":"stop"})");
+    EXPECT_EQ(Set(before.dump()).lines.at(1).dump(), "[]");
+}
+
 } // namespace
