@@ -2,10 +2,12 @@
 #include "applet/SheetSession.h"
 #include "applet/VtnCpl.h"
 #include "sysaccess/Help.h"
+#include "sysaccess/MessageBoxes.h"
 
 #include <afxwin.h>
 #include <array>
 #include <cpl.h>
+#include <new>
 
 extern "C" LONG APIENTRY CPlApplet(HWND hwndCPl, UINT msg, LPARAM lParam1, LPARAM lParam2);
 
@@ -40,30 +42,41 @@ void NoteUnknownMessage(UINT message)
     wsprintfA(text.data(), "vtnmgmt!CPlApplet: Unknown CPL message: %d\n", static_cast<int>(message));
 }
 
-} // namespace
-
-// Answers CPL_INQUIRE with 1 although 0 is usual, and CPL_EXIT and CPL_NEWINQUIRE as messages that it does
-// not know. On purpose: this is what hosts of this applet expect of it.
-extern "C" LONG APIENTRY CPlApplet(HWND hwndCPl, UINT msg, LPARAM lParam1, LPARAM lParam2)
+LONG Answer(HWND controlPanel, UINT message, LPARAM first, LPARAM second)
 {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());
     UpdateHelpFilePath();
-    switch (msg) {
+    switch (message) {
     case CPL_INIT:
         Initialise();
         return 1;
     case CPL_GETCOUNT:
         return appletCount;
     case CPL_INQUIRE:
-        Inquire(lParam1, reinterpret_cast<CPLINFO*>(lParam2));
+        Inquire(first, reinterpret_cast<CPLINFO*>(second));
         return 1;
     case CPL_DBLCLK:
-        RunSheetSession(hwndCPl);
+        RunSheetSession(controlPanel);
         return 0;
     case CPL_STOP:
         return 0;
     default:
-        NoteUnknownMessage(msg);
+        NoteUnknownMessage(message);
         return 0;
     }
+}
+
+} // namespace
+
+// Answers CPL_INQUIRE with 1 although 0 is usual, and CPL_EXIT and CPL_NEWINQUIRE as messages that it does
+// not know. On purpose: this is what hosts of this applet expect of it. Without memory it answers 0, which a
+// host takes for a refusal where it is one, and reports what was asked for by the user: an exception would
+// end the host, and all that it shows.
+extern "C" LONG APIENTRY CPlApplet(HWND hwndCPl, UINT msg, LPARAM lParam1, LPARAM lParam2)
+try {
+    return Answer(hwndCPl, msg, lParam1, lParam2);
+} catch (const std::bad_alloc&) {
+    if (msg == CPL_DBLCLK)
+        ReportMissingMemory(hwndCPl);
+    return 0;
 }

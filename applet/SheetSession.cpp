@@ -46,6 +46,19 @@ class MainWindowScope
     CWnd* m_former = nullptr;
 };
 
+// Gives the focus back to the window that had it.
+class FocusScope
+{
+  public:
+    FocusScope() : m_focus(GetFocus()) {}
+    ~FocusScope() { SetFocus(m_focus); }
+    FocusScope(const FocusScope&) = delete;
+    FocusScope& operator=(const FocusScope&) = delete;
+
+  private:
+    HWND m_focus;
+};
+
 // Runs the sheet; the decision stays at no restart unless it ended with OK.
 RestartDecision RunSheet(std::optional<CVtnCplPropSheet>& sheet, HWND controlPanel)
 try {
@@ -74,15 +87,12 @@ void RestartAsDecided(const RestartDecision& decision, HWND controlPanel)
 
 void RunSheetSession(HWND controlPanel)
 {
+    const FocusScope focus;
     std::optional<CVtnCplPropSheet> sheet;
-    HWND focus = nullptr;
     RestartDecision decision;
     {
         const HelpKeyHook helpKey;
-        focus = GetFocus();
         decision = RunSheet(sheet, controlPanel);
     }
     RestartAsDecided(decision, controlPanel);
-    sheet.reset();
-    SetFocus(focus);
 }

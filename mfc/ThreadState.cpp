@@ -66,13 +66,12 @@ CWnd* CThreadState::FindPermanent(HWND hWnd) const
 
 CWnd* CThreadState::MakeTemporary(HWND hWnd)
 {
-    Temporary& temporary = m_temporaries[hWnd];
-    if (temporary.object == nullptr) {
-        temporary.object = std::make_unique<CWnd>();
-        temporary.object->m_hWnd = hWnd;
-        temporary.depth = LoopDepth();
-    }
-    return temporary.object.get();
+    const auto found = m_temporaries.find(hWnd);
+    if (found != m_temporaries.end())
+        return found->second.object.get();
+    auto object = std::make_unique<CWnd>();
+    object->m_hWnd = hWnd;
+    return m_temporaries.emplace(hWnd, Temporary{std::move(object), LoopDepth()}).first->second.object.get();
 }
 
 void CThreadState::FreeTemporaries(unsigned depth)

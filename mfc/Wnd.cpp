@@ -50,9 +50,13 @@ bool CWnd::TakeProcedure(HWND hWnd) const
         return true;
     const bool isUnicode = TakesUnicode();
     const auto set = isUnicode ? &::SetWindowLongPtrW : &::SetWindowLongPtrA;
+    // The place first: without memory for it the window would have lost its procedure.
+    const auto super = supers.try_emplace(hWnd).first;
     const LONG_PTR before = set(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc));
-    if (before != 0)
-        supers[hWnd] = {reinterpret_cast<WNDPROC>(before), isUnicode};
+    if (before == 0)
+        supers.erase(super);
+    else
+        super->second = {reinterpret_cast<WNDPROC>(before), isUnicode};
     return before != 0;
 }
 

@@ -11,6 +11,9 @@
 // IDYES, ...). `owner` may be null.
 int MessageBoxById(HWND owner, UINT textId, UINT captionId, UINT style);
 
+// Reports that there was no memory for what `owner`, which may be null, had begun. Takes none itself.
+void ReportMissingMemory(HWND owner);
+
 // Shows a text under the applet's name, in MessageBoxA's `style`; returns the button pressed. `owner` may be
 // null.
 int MessageBoxText(HWND owner, const char* text, UINT style);

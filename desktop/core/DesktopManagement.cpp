@@ -27,7 +27,8 @@ std::string ProposedScript(const std::string& scriptDirectory)
 
 void DesktopManagement::Load()
 {
-    CRegistryKey(HKEY_LOCAL_MACHINE, hostAgentKey).GetString(clientIniValue, scriptPath, REG_SZ, 0);
+    CRegistryKey agent(HKEY_LOCAL_MACHINE, hostAgentKey);
+    RequireMemory(agent.GetString(clientIniValue, scriptPath, REG_SZ, 0));
     if (!scriptPath.empty()) {
         scriptDirectory = DirectoryOf(scriptPath);
         return;
@@ -40,7 +41,7 @@ bool DesktopManagement::IsRecorded()
 try {
     std::string path;
     CRegistryKey agent(HKEY_LOCAL_MACHINE, hostAgentKey);
-    return agent.GetString(clientIniValue, path, REG_SZ, 0) == ERROR_SUCCESS;
+    return RequireMemory(agent.GetString(clientIniValue, path, REG_SZ, 0)) == ERROR_SUCCESS;
 } catch (ConfigurationError) {
     return true;
 }

@@ -45,7 +45,7 @@ std::string NetLogonShareDirectory()
 bool ReadPathAs(CRegistryKey& key, const char* valueName, DWORD type, std::string& path)
 try {
     constexpr int expand = 1; // REG_SZ stays as it is all the same
-    return key.GetString(valueName, path, type, expand) == ERROR_SUCCESS;
+    return RequireMemory(key.GetString(valueName, path, type, expand)) == ERROR_SUCCESS;
 } catch (ConfigurationError) {
     return false;
 }

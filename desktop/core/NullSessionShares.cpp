@@ -11,13 +11,13 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// The accessor reports a list of another type and one that there was no memory for in the same way.
+// The accessor reports a list of another type and one that the system reports without a size in the same way.
 bool IsOfAnotherType(CRegistryKey& server)
 {
     DWORD type = REG_MULTI_SZ;
     RegistryData data;
     DWORD size = 0;
-    const DWORD found = server.QueryValue(nullSessionSharesValue, type, data, size);
+    const DWORD found = RequireMemory(server.QueryValue(nullSessionSharesValue, type, data, size));
     return found == ERROR_SUCCESS && type != REG_MULTI_SZ;
 }
 
@@ -29,8 +29,8 @@ void ChangeNullSessionShares(Change change)
 {
     CRegistryKey server(HKEY_LOCAL_MACHINE, fileServerKey);
     Names shares;
-    const DWORD result = server.GetMultiString(nullSessionSharesValue, shares);
-    if (result == ERROR_OUTOFMEMORY || (result == ERROR_INVALID_DATA && !IsOfAnotherType(server)))
+    const DWORD result = server.ReadList(nullSessionSharesValue, shares);
+    if (result == ERROR_INVALID_DATA && !IsOfAnotherType(server))
         throw configurationRefused;
     change(shares);
     server.SetMultiString(nullSessionSharesValue, shares);

@@ -24,7 +24,7 @@ NameSet LoadActiveNames(const AgentService& service)
 {
     CRegistryKey parameters(HKEY_LOCAL_MACHINE, service.ParametersKey().c_str());
     std::vector<std::string> names;
-    parameters.GetMultiString(subServicesValue, names);
+    parameters.ReadList(subServicesValue, names);
     return {names.begin(), names.end()};
 }
 
@@ -35,7 +35,7 @@ try {
     DWORD type = REG_SZ;
     RegistryData data;
     DWORD size = 0;
-    const DWORD result = subkey.QueryValue(displayNameValue, type, data, size);
+    const DWORD result = RequireMemory(subkey.QueryValue(displayNameValue, type, data, size));
     const bool isText = result == ERROR_SUCCESS && type == REG_SZ && data != nullptr && size > 0;
     return isText ? reinterpret_cast<const char*>(data.get()) : name;
 } catch (ConfigurationError) {

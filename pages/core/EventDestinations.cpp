@@ -14,7 +14,7 @@ std::string LoadPassword(CRegistryKey& parameters)
 {
     RegistryData data;
     DWORD size = 0;
-    if (parameters.GetBinary(passwordValue, data, size) != ERROR_SUCCESS || data == nullptr)
+    if (RequireMemory(parameters.GetBinary(passwordValue, data, size)) != ERROR_SUCCESS || data == nullptr)
         return {};
     return DescramblePassword({data.get(), size});
 }
@@ -46,8 +46,8 @@ void EventDestinations::Load()
 {
     CRegistryKey parameters = HostAgentParameters();
     computers.clear();
-    parameters.GetMultiString(computersValue, computers);
-    parameters.GetString(userNameValue, userName, REG_SZ, 0);
+    parameters.ReadList(computersValue, computers);
+    RequireMemory(parameters.GetString(userNameValue, userName, REG_SZ, 0));
     password = LoadPassword(parameters);
 }
 

@@ -49,7 +49,8 @@ std::vector<MonitoredProcess> LoadMonitoredProcesses()
     RegistryData data;
     DWORD size = 0;
     // Data of another type is handed over, too, and is none of ours.
-    if (HostAgentParameters().GetBinary(processesValue, data, size) != ERROR_SUCCESS || data == nullptr)
+    const DWORD found = RequireMemory(HostAgentParameters().GetBinary(processesValue, data, size));
+    if (found != ERROR_SUCCESS || data == nullptr)
         return {};
     return ParseMonitoredProcesses({data.get(), size});
 }

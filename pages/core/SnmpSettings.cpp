@@ -27,7 +27,7 @@ CRegistryKey Key(const std::string& path)
 std::string ReadText(const char* path, const char* valueName)
 {
     std::string text;
-    Key(path).GetString(valueName, text, REG_SZ, 0);
+    RequireMemory(Key(path).GetString(valueName, text, REG_SZ, 0));
     return text;
 }
 
@@ -38,7 +38,7 @@ std::optional<DWORD> ReadNumber(const char* path, const char* valueName)
     RegistryData data;
     DWORD size = 0;
     DWORD number = 0;
-    const DWORD found = Key(path).QueryValue(valueName, type, data, size);
+    const DWORD found = RequireMemory(Key(path).QueryValue(valueName, type, data, size));
     if (found != ERROR_SUCCESS || type != REG_DWORD || size != sizeof number)
         return {};
     std::memcpy(&number, data.get(), sizeof number);
@@ -130,7 +130,7 @@ void SnmpSettings::LoadFlagsAndInterval()
     // For an absent interval, and no other, the number that was read last stands in, on purpose: flags are
     // small, so it is the shortest one.
     DWORD timeout = 0;
-    if (Key(hostSnmpKey).GetDword(timeoutValue, timeout) == ERROR_FILE_NOT_FOUND)
+    if (RequireMemory(Key(hostSnmpKey).GetDword(timeoutValue, timeout)) == ERROR_FILE_NOT_FOUND)
         timeout = hostFlags.value_or(sets.value_or(0));
     intervalIndex = IndexOfInterval(timeout);
 }

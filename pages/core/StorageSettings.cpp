@@ -8,7 +8,8 @@ void StorageSettings::Load()
     for (std::size_t i = 0; i < storageFeatures.size(); ++i) {
         const StorageFeature& feature = storageFeatures[i];
         DWORD flags = 0;
-        CRegistryKey(HKEY_LOCAL_MACHINE, feature.agentKey).GetDword(disableFlagsValue, flags);
+        CRegistryKey key(HKEY_LOCAL_MACHINE, feature.agentKey);
+        RequireMemory(key.GetDword(disableFlagsValue, flags));
         disabled[i] = (flags & feature.disableBit) != 0;
     }
 }
@@ -21,7 +22,7 @@ void StorageSettings::Save() const
     for (std::size_t i = 0; i < storageFeatures.size(); ++i) {
         const StorageFeature& feature = storageFeatures[i];
         CRegistryKey key(HKEY_LOCAL_MACHINE, feature.agentKey);
-        key.GetDword(disableFlagsValue, flags);
+        RequireMemory(key.GetDword(disableFlagsValue, flags));
         flags = disabled[i] ? flags | feature.disableBit : flags & ~feature.disableBit;
         key.SetDword(disableFlagsValue, flags);
     }

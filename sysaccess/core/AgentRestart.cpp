@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 AgentServiceChain::AgentServiceChain()
 {
@@ -37,20 +38,28 @@ void AgentServiceChain::ListServices()
     m_services.emplace_back(snmpServiceName);
 }
 
-void AgentServiceChain::StopAll(ServiceProgressView& view) const
-{
-    for (const std::string& service : m_services) {
-        Sleep(pauseBetweenServices);
-        StopServiceWithProgress(service.c_str(), view);
-    }
+// Services that were stopped must be started again, whatever happens to one of them.
+template <typename Turn>
+void AgentServiceChain::Take(Turn turn)
+try {
+    Sleep(pauseBetweenServices);
+    turn();
+} catch (const std::bad_alloc&) {
+    m_lacksMemory = true;
 }
 
-void AgentServiceChain::StartAll(ServiceProgressView& view) const
+void AgentServiceChain::StopAll(ServiceProgressView& view)
 {
-    for (auto service = m_services.rbegin(); service != m_services.rend(); ++service) {
-        Sleep(pauseBetweenServices);
-        StartServiceWithProgress(service->c_str(), view);
-    }
+    for (const std::string& service : m_services)
+        Take([&] { StopServiceWithProgress(service.c_str(), view); });
+}
+
+void AgentServiceChain::StartAll(ServiceProgressView& view)
+{
+    for (auto service = m_services.rbegin(); service != m_services.rend(); ++service)
+        Take([&] { StartServiceWithProgress(service->c_str(), view); });
+    if (m_lacksMemory)
+        throw std::bad_alloc();
 }
 
 bool CanControlAgents(DWORD hostState)

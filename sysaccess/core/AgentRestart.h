@@ -43,19 +43,25 @@ class AgentServiceChain
     // Finds out which services there are. Until then there are none to stop and start.
     void ListServices();
 
-    // First to last. The failure of one does not keep the others.
-    void StopAll(ServiceProgressView& view) const;
-    // Last to first, so that SNMP runs before those that need it.
-    void StartAll(ServiceProgressView& view) const;
+    // First to last. The failure of one does not keep the others; nor does memory that is missing, of which
+    // StartAll informs.
+    void StopAll(ServiceProgressView& view);
+    // Last to first, so that SNMP runs before those that need it. When all have had their turn, throws
+    // std::bad_alloc if there was no memory for one of them, here or in StopAll.
+    void StartAll(ServiceProgressView& view);
 
   private:
     [[nodiscard]] static bool CanTakePart(SC_HANDLE webAgent);
+    // Takes one service's turn, after the pause.
+    template <typename Turn>
+    void Take(Turn turn);
 
     // Open handles keep the three in the service database until the end.
     UniqueServiceHandle m_snmp;
     UniqueServiceHandle m_host;
     UniqueServiceHandle m_webAgent;
     bool m_hasWebAgent = false;
+    bool m_lacksMemory = false;
     std::vector<std::string> m_services;
 };
 

@@ -10,8 +10,8 @@ bool IsDomainController()
 try {
     CRegistryKey options(HKEY_LOCAL_MACHINE, productOptionsKey);
     std::string productType;
-    return options.GetString(productTypeValue, productType, REG_SZ, 0) == ERROR_SUCCESS &&
-           _stricmp(productType.c_str(), "Lanmannt") == 0;
+    const DWORD found = RequireMemory(options.GetString(productTypeValue, productType, REG_SZ, 0));
+    return found == ERROR_SUCCESS && _stricmp(productType.c_str(), "Lanmannt") == 0;
 } catch (ConfigurationError) {
     return false;
 }

@@ -2,6 +2,7 @@
 #include "sysaccess/core/RegistryKey.h"
 
 #include "sysaccess/core/Environment.h"
+#include "sysaccess/core/Handles.h"
 
 #include <algorithm>
 #include <array>
@@ -38,6 +39,20 @@ std::vector<std::string> SplitMultiString(const RegistryData& data, DWORD size)
     for (const char* text = TextOf(data); text < end && *text != '\0'; text += texts.back().size() + 1)
         texts.emplace_back(text);
     return texts;
+}
+
+// Takes the list out of what a query found.
+DWORD TakeMultiString(DWORD found, DWORD type, const RegistryData& data, DWORD size,
+                      std::vector<std::string>& texts)
+{
+    if (found == ERROR_FILE_NOT_FOUND) {
+        texts.clear();
+        return ERROR_FILE_NOT_FOUND;
+    }
+    if (found != ERROR_SUCCESS || type != REG_MULTI_SZ)
+        return ERROR_INVALID_DATA;
+    texts = data == nullptr ? std::vector<std::string>() : SplitMultiString(data, size);
+    return ERROR_SUCCESS;
 }
 
 std::string JoinMultiString(const std::vector<std::string>& texts)
@@ -160,26 +175,26 @@ try {
     DWORD type = REG_MULTI_SZ;
     RegistryData data;
     DWORD size = 0;
-    const DWORD result = QueryValue(valueName, type, data, size);
-    if (result == ERROR_FILE_NOT_FOUND) {
-        texts.clear();
-        return ERROR_FILE_NOT_FOUND;
-    }
-    if (result != ERROR_SUCCESS || type != REG_MULTI_SZ)
-        return ERROR_INVALID_DATA;
-    texts = data == nullptr ? std::vector<std::string>() : SplitMultiString(data, size);
-    return ERROR_SUCCESS;
+    const DWORD found = QueryValue(valueName, type, data, size);
+    return TakeMultiString(found, type, data, size, texts);
 } catch (const std::bad_alloc&) {
     return ERROR_OUTOFMEMORY;
 }
 
+DWORD CRegistryKey::ReadList(const char* valueName, std::vector<std::string>& texts)
+{
+    DWORD type = REG_MULTI_SZ;
+    RegistryData data;
+    DWORD size = 0;
+    const DWORD found = RequireMemory(QueryValue(valueName, type, data, size));
+    return TakeMultiString(found, type, data, size, texts);
+}
+
 DWORD CRegistryKey::SetMultiString(const char* valueName, const std::vector<std::string>& texts)
-try {
+{
     const std::string block = JoinMultiString(texts);
     return SetValue(valueName, REG_MULTI_SZ, reinterpret_cast<const BYTE*>(block.data()),
                     static_cast<DWORD>(block.size()));
-} catch (const std::bad_alloc&) {
-    throw configurationRefused; // nothing was written, and the user must hear of it
 }
 
 bool CRegistryKey::AppendUnique(std::vector<std::string>& texts, const std::string& text)
@@ -231,18 +246,17 @@ DWORD CRegistryKey::DeleteValue(const char* valueName)
 }
 
 DWORD CRegistryKey::EnumSubkeys(std::vector<std::string>& names)
-try {
+{
     RefuseUnlessSuccess(RegOpenKeyA(m_root, m_subkey.c_str(), &m_key));
+    UniqueKey owner(m_key); // closes it without memory, too
     std::vector<std::string> found;
     const LSTATUS status = ReadSubkeys(found);
     // Closed before a refusal too: a host without subkeys is refused on every opening of the sheet.
-    const LSTATUS closed = RegCloseKey(m_key);
+    const LSTATUS closed = RegCloseKey(owner.Release());
     RefuseUnlessSuccess(status);
     RefuseUnlessSuccess(closed);
     names = std::move(found);
     return ERROR_SUCCESS;
-} catch (const std::bad_alloc&) {
-    throw configurationRefused;
 }
 
 LSTATUS CRegistryKey::ReadSubkeys(std::vector<std::string>& names)
@@ -260,4 +274,11 @@ LSTATUS CRegistryKey::ReadSubkeys(std::vector<std::string>& names)
         names.emplace_back(name.data());
     }
     return status;
+}
+
+DWORD RequireMemory(DWORD outcome)
+{
+    if (outcome == ERROR_OUTOFMEMORY)
+        throw std::bad_alloc();
+    return outcome;
 }

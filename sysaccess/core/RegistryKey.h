@@ -55,8 +55,10 @@ class CRegistryKey
     DWORD SetString(const char* valueName, const std::string& text);
 
     // Reads a REG_MULTI_SZ up to its first empty string. An absent value empties `texts`; another type leaves
-    // them.
+    // them. Without memory it returns 13 or 14; ReadList is for callers who must know.
     DWORD GetMultiString(const char* valueName, std::vector<std::string>& texts);
+    // The same, but throws std::bad_alloc without memory, for lists that are written back.
+    DWORD ReadList(const char* valueName, std::vector<std::string>& texts);
     // Writes a REG_MULTI_SZ; no strings at all make a value of size 0.
     DWORD SetMultiString(const char* valueName, const std::vector<std::string>& texts);
     // Adds `text` at the end of `texts` unless an exactly equal one is there; true when it was added.
@@ -77,6 +79,7 @@ class CRegistryKey
     DWORD DeleteValue(const char* valueName);
 
     // Names of the subkeys in the registry's order, always of this machine. A key without subkeys is refused.
+    // Throws std::bad_alloc without memory: a list that ends early would pass for the whole.
     DWORD EnumSubkeys(std::vector<std::string>& names);
 
   private:
@@ -94,3 +97,8 @@ class CRegistryKey
     std::string m_machine;
     HKEY m_remoteRoot = nullptr;
 };
+
+// For reads whose result, or the default in its place, may be written later: returns `outcome`, but throws
+// std::bad_alloc when there was no memory for the value, so that no default takes the place of what is
+// stored.
+DWORD RequireMemory(DWORD outcome);

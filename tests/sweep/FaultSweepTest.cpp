@@ -4,6 +4,7 @@
 #include "machine/WatchedImports.h"
 #include "resources/resource.h"
 #include "sweep/Expectation.h"
+#include "sweep/Sample.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -36,17 +37,6 @@ std::vector<Fault> AllFaults(const std::vector<Call>& calls)
             faults.push_back({i + 1, code});
     }
     return faults;
-}
-
-std::vector<Fault> Sampled(const std::vector<Fault>& faults)
-{
-    if (std::getenv("VTN_THOROUGH") != nullptr)
-        return faults;
-    const std::size_t stride = std::max<std::size_t>(1, faults.size() / sampleSize) | 1U;
-    std::vector<Fault> sample;
-    for (std::size_t i = stride / 2; i < faults.size(); i += stride)
-        sample.push_back(faults[i]);
-    return sample;
 }
 
 // Compares one case with the run that had no fault.
@@ -210,7 +200,7 @@ TEST_P(FaultSweep, InformsTheUserAndLeavesNothingHalfDone)
     ASSERT_EQ(reference.thrown, "");
     ASSERT_TRUE(reference.leftOpen.empty());
     const std::vector<Fault> faults = AllFaults(reference.calls);
-    const std::vector<Fault> sample = Sampled(faults);
+    const std::vector<Fault> sample = Sampled(faults, sampleSize);
     for (const Fault& fault : sample) {
         const Call& call = reference.calls[fault.call - 1];
         SCOPED_TRACE(std::string(operation.name) + ", call " + std::to_string(fault.call) + " fails with " +
@@ -222,14 +212,7 @@ TEST_P(FaultSweep, InformsTheUserAndLeavesNothingHalfDone)
                 sample.size(), faults.size());
 }
 
-std::string NameOf(const testing::TestParamInfo<Operation>& info)
-{
-    std::string name = info.param.name;
-    std::erase(name, ' ');
-    return name;
-}
-
 INSTANTIATE_TEST_SUITE_P(Operations, FaultSweep, testing::ValuesIn(Operations().begin(), Operations().end()),
-                         NameOf);
+                         NameOfOperation);
 
 } // namespace

@@ -3,7 +3,9 @@
 
 #include "machine/WatchedImports.h"
 #include "resources/resource.h"
+#include "support/ModuleMemory.h"
 #include "support/SystemFunction.h"
+#include "sweep/SheetPicture.h"
 
 #include <functional>
 #include <optional>
@@ -237,6 +239,21 @@ std::span<const Operation> Operations()
     return operations;
 }
 
+Picture Difference(const Picture& expected, const Picture& found)
+{
+    Picture difference;
+    for (const auto& [item, content] : found) {
+        const auto same = expected.find(item);
+        if (same == expected.end() || same->second != content)
+            difference[item] = content;
+    }
+    for (const auto& [item, content] : expected) {
+        if (!found.contains(item))
+            difference[item] = "";
+    }
+    return difference;
+}
+
 Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault, bool watchChanges)
 {
     AppletHost& host = subject.host;
@@ -249,6 +266,7 @@ Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault
     if (operation.before == Before::ExceptionTrap)
         settings.SwitchExceptionTrapOn();
     CallRecorder recorder;
+    support::ModuleMemory memory(host.Module());
     {
         StandIns standIns(host.Module(), settings, recorder);
         if (hasClients)
@@ -265,18 +283,24 @@ Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault
             recorder.OnChange([&] { Add(outcome.seen, Look(settings, standIns)); });
         Add(outcome.seen, outcome.before);
         recorder.Arm(fault.call, fault.code, operation.from, operation.until);
+        memory.Arm(fault.allocation, fault.allocations);
         Do(host, operation.act);
+        outcome.shown = LookAtSheet(host);
         outcome.thrown = Finish(host);
+        outcome.allocations = memory.Taken();
+        memory.Disarm();
         recorder.Disarm();
         outcome.after = Look(settings, standIns);
         outcome.boxes = standIns.User().Texts();
         Add(outcome.seen, outcome.after);
         AddAbsence(outcome.seen, outcome.before);
-        if (operation.settles) {
+        const bool hasFailed = fault.call != 0 || fault.allocation != 0;
+        if (operation.settles && hasFailed) {
             TryAgain(host, operation);
             outcome.settled = Look(settings, standIns);
         }
     }
+    outcome.blocksLeft = memory.Held();
     outcome.calls = recorder.Calls();
     outcome.windowsLeft = host.Thread().Windows().size();
     for (const auto& [handle, place] : recorder.OpenHandles())

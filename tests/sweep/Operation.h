@@ -41,6 +41,9 @@ std::ostream& operator<<(std::ostream& out, const Operation& operation);
 struct Outcome
 {
     std::vector<Call> calls;
+    std::size_t allocations = 0; // up to the end of the sheet
+    std::size_t blocksLeft = 0;  // more than before it
+    Picture shown;               // what an operation that opens or shows something put on the screen
     std::vector<std::string> boxes;
     Picture before;
     Picture after;
@@ -51,11 +54,16 @@ struct Outcome
     std::string thrown; // an exception that left CPlApplet
 };
 
-// The failing call of a run: its number, from 1, and its error; no call for 0.
+// The items of `found` that `expected` does not have or has otherwise, and, empty, those that are missing.
+[[nodiscard]] Picture Difference(const Picture& expected, const Picture& found);
+
+// What fails in a run; nothing for 0.
 struct Fault
 {
-    std::size_t call = 0;
-    DWORD code = 0;
+    std::size_t call = 0;        // the number of a call, from 1
+    DWORD code = 0;              // its error
+    std::size_t allocation = 0;  // the number of an allocation of the applet, from 1
+    std::size_t allocations = 1; // how many fail from there on
 };
 
 // Runs the operation on settings of its own. With `watchChanges`, `seen` is filled at every change.

@@ -86,6 +86,8 @@ constexpr ExpectedString kStrings[] = {
     {59195, "Stop"},
     {59196, "Start & Stop"},
     {59209, "Command Files (*.bat)|*.bat||"},
+    {59210, "There is not enough memory to go on.\n\nWhat was saved before stays saved. Close other "
+            "programs, open the applet again and check its settings."},
     {61716, "Enter no more than %1 characters."},
 };
 

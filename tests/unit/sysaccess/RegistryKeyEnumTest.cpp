@@ -46,14 +46,18 @@ TEST_F(RegistryKey, RefusesAnEnumerationThatFailsBetweenCountingAndReading)
     ExpectRefused([&] { m_key.EnumSubkeys(names); });
 }
 
-TEST_F(RegistryKey, RefusesAnEnumerationWithoutMemory)
+TEST_F(RegistryKey, EnumerationWithoutMemoryThrowsAndClosesTheKey)
 {
     m_stored.Subkey("Agent").Create();
+    int closed = 0;
+    auto count = CountClosed(closed);
     std::vector<std::string> names;
-    ExpectRefused([&] {
+    const auto enumerate = [&] {
         const support::FailingAllocations noMemory(0);
         m_key.EnumSubkeys(names);
-    });
+    };
+    EXPECT_THROW(enumerate(), std::bad_alloc);
+    EXPECT_EQ(closed, 1);
 }
 
 TEST_F(RegistryKey, EnumeratesThisMachineEvenForAnotherMachinesKey)

@@ -248,6 +248,26 @@ TEST_F(RegistryKey, MultiStringWithoutMemoryForItsTextsReturns14)
     EXPECT_EQ(m_key.GetMultiString("Value", texts), DWORD{ERROR_OUTOFMEMORY});
 }
 
+TEST_F(RegistryKey, ListThatIsWrittenBackThrowsWithoutMemory)
+{
+    m_stored.SetMultiString("Value", {"a"});
+    for (const int allowed : {0, 1}) { // for the data, for the texts
+        std::vector<std::string> texts{"before"};
+        const auto read = [&] {
+            const support::FailingAllocations noMemory(allowed, 1);
+            m_key.ReadList("Value", texts);
+        };
+        EXPECT_THROW(read(), std::bad_alloc) << allowed;
+    }
+}
+
+TEST_F(RegistryKey, ListOfAnotherTypeReturns13)
+{
+    m_stored.SetDword("Value", 1);
+    std::vector<std::string> texts;
+    EXPECT_EQ(m_key.ReadList("Value", texts), DWORD{ERROR_INVALID_DATA});
+}
+
 // --- bytes
 
 TEST_F(RegistryKey, BytesOfAnotherTypeReturn13WithTheirData)

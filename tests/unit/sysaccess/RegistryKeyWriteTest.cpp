@@ -56,13 +56,14 @@ TEST_F(RegistryKey, WritesNoStringsAsAnEmptyValue)
     EXPECT_TRUE(texts.empty());
 }
 
-TEST_F(RegistryKey, RefusesAMultiStringThatCannotBeBuilt)
+TEST_F(RegistryKey, MultiStringWithoutMemoryThrowsAndIsNotWritten)
 {
     const std::vector<std::string> texts(100, "a name of some length");
-    ExpectRefused([&] {
+    const auto write = [&] {
         const support::FailingAllocations noMemory(0);
         m_key.SetMultiString("Value", texts);
-    });
+    };
+    EXPECT_THROW(write(), std::bad_alloc);
     ExpectAbsent(m_stored, "Value");
 }
 
