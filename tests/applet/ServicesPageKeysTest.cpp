@@ -77,7 +77,7 @@ TEST_F(ServicesPageKeys, TabGoesFromActiveAgentsToInactiveOnes)
 {
     Open();
     PressAltKeys("C");
-    EXPECT_EQ(TabThrough(4), (std::vector<int>{activeList, addButton, removeButton, inactiveList, IDOK}));
+    EXPECT_EQ(TabThrough(4), (std::vector<int>{activeList, removeButton, inactiveList, addButton, IDOK}));
     m_host.PressCancel();
 }
 
@@ -85,7 +85,7 @@ TEST_F(ServicesPageKeys, TabLeavesOutTheSideThatIsEmpty)
 {
     Open();
     PressAltKeys("RRI");
-    EXPECT_EQ(TabThrough(1), (std::vector<int>{inactiveList, IDOK}));
+    EXPECT_EQ(TabThrough(2), (std::vector<int>{inactiveList, addButton, IDOK}));
     PressAltKeys("A");
     EXPECT_EQ(Focus(), addButton);
     m_host.PressCancel();
@@ -106,7 +106,7 @@ TEST_F(ServicesPageKeys, EnterOnAButtonPressesIt)
     PressAltKeys("C");
     m_host.PressKey(VK_TAB);
     m_host.PressKey(VK_RETURN);
-    ExpectLists(page, {"VTNA", "VTNB", "VTNC"}, {"VTNMHOST"});
+    ExpectLists(page, {"VTNB"}, {"VTNC", "VTNMHOST", "VTNA"});
     m_host.PressCancel();
 }
 
@@ -159,7 +159,7 @@ TEST_F(ServicesPageKeys, StartOnTheFirstUsableControl)
 {
     m_agents.SetActive("VtMgHost", {});
     Open();
-    EXPECT_EQ(Focus(), addButton);
+    EXPECT_EQ(Focus(), inactiveList);
     m_host.PressCancel();
 }
 

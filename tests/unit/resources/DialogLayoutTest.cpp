@@ -252,6 +252,38 @@ TEST(DialogLayout, EndsTheRadioGroupWithTheAddButton)
     EXPECT_TRUE(dialog.Control(IDC_PROCMON_ADD).style & WS_GROUP);
 }
 
+TEST(DialogLayout, MakesTheAgentListsAlikeAndPutsEachButtonBelowTheListThatItEmpties)
+{
+    ForEachLook(IDD_SERVICES, [](const DialogWindow& dialog) {
+        const RECT active = dialog.Control(IDC_SERVICES_ACTIVE_LIST).place;
+        const RECT inactive = dialog.Control(IDC_SERVICES_INACTIVE_LIST).place;
+        const RECT remove = dialog.Control(IDC_SERVICES_REMOVE).place;
+        const RECT add = dialog.Control(IDC_SERVICES_ADD).place;
+        EXPECT_EQ(active.right - active.left, inactive.right - inactive.left);
+        EXPECT_EQ(active.bottom, inactive.bottom);
+        EXPECT_GE(remove.top, active.bottom);
+        EXPECT_NEAR(remove.right, active.right, 1);
+        EXPECT_GE(add.top, inactive.bottom);
+        EXPECT_EQ(add.left, inactive.left);
+    });
+}
+
+TEST(DialogLayout, AlignsTheOptionsWithTheProcessListAndTheButtonsBelow)
+{
+    ForEachLook(IDD_PROCMON, [](const DialogWindow& dialog) {
+        const RECT list = dialog.Control(IDC_PROCMON_LIST).place;
+        const RECT options = dialog.Control(IDC_PROCMON_OPTION_GROUP).place;
+        const RECT add = dialog.Control(IDC_PROCMON_ADD).place;
+        const RECT remove = dialog.Control(IDC_PROCMON_DELETE).place;
+        // The line of a frame runs through the middle of its text.
+        EXPECT_NEAR(options.top + dialog.ToPixels({0, 0, 0, 4}).bottom, list.top, 1);
+        EXPECT_NEAR(add.top - options.bottom, dialog.ToPixels({0, 0, 0, 7}).bottom, 1);
+        EXPECT_EQ(add.left, options.left);
+        EXPECT_NEAR(remove.right, options.right, 1);
+        EXPECT_NEAR(remove.bottom, list.bottom, 1);
+    });
+}
+
 TEST(DialogLayout, CentresThePleaseWaitText)
 {
     for (const LANGID language : {kEnglish, kJapanese}) {

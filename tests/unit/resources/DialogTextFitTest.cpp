@@ -116,6 +116,15 @@ TEST(DialogTextFit, LongServiceNamesFitThePleaseWaitText)
     });
 }
 
+TEST(DialogTextFit, GivesTheAgentListsRoomForALongName)
+{
+    ForEachLook(IDD_SERVICES, [](const DialogWindow& dialog) {
+        const SIZE name = dialog.Measure(L"Host Operating System Agent");
+        for (const int list : {IDC_SERVICES_ACTIVE_LIST, IDC_SERVICES_INACTIVE_LIST})
+            EXPECT_LE(name.cx, RoomBesideScrollBar(dialog, list, 6)) << list;
+    });
+}
+
 TEST(DialogTextFit, GivesTheIntervalListRoomForEveryInterval)
 {
     ForEachLook(IDD_SNMP, [](const DialogWindow& dialog) {

@@ -118,7 +118,7 @@ SIZE DialogWindow::Measure(const std::wstring& text, int width, UINT flags) cons
 void ForEachLook(int id, const std::function<void(const DialogWindow&)>& check)
 {
     for (const LANGID language : {kEnglish, kJapanese}) {
-        for (const int dpi : {kOrdinaryDpi, kHighDpi}) {
+        for (const int dpi : {kOrdinaryDpi, kHighDpi, kDoubleDpi}) {
             SCOPED_TRACE(std::string(LanguageName(language)) + ' ' + std::to_string(id) + " at " +
                          std::to_string(dpi) + " dpi");
             check(LookOf(id, language, dpi));

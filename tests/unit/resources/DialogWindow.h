@@ -23,9 +23,11 @@ struct DialogControl
     [[nodiscard]] bool IsVisible() const { return (style & WS_VISIBLE) != 0; }
 };
 
-// The resolution of ordinary screens, and one at which text takes half as much room again.
+// The resolution of ordinary screens, and those of finer ones: text takes half as much room again, and twice
+// as much.
 constexpr int kOrdinaryDpi = 96;
 constexpr int kHighDpi = 144;
+constexpr int kDoubleDpi = 192;
 
 class DialogWindow
 {

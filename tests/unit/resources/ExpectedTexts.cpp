@@ -105,10 +105,10 @@ constexpr ExpectedControl kServices[] = {
     {1000, "Button", BS_GROUPBOX, "Manage Agents"},
     {1002, "Static", 0, "A&ctive Agents:"},
     {1001, "ListBox", kWideList, ""},
-    {1005, "Button", kPush, "<-&Add"},
     {1006, "Button", kPush, "&Remove->"},
     {1003, "Static", 0, "&Inactive Agents:"},
     {1004, "ListBox", kWideList, ""},
+    {1005, "Button", kPush, "<-&Add"},
 };
 
 constexpr ExpectedControl kEvent[] = {
