@@ -33,10 +33,18 @@ put_agents() {
   put "$BUILT/demo/shares/netapi32.dll" "$WINDOWS/system32/netapi32.dll"
   put "$BUILT/demo/VTNMHOST.DLL" "$AGENTS/vtmghost/VTNMHOST.DLL"
   put "$BUILT/demo/VTNCLNT.EXE" "$AGENTS/VTNCLNT.EXE"
-  put "$BUILT/demo/AgentService.exe" "$TOOLS/AgentService.exe"
-  put "$BUILT/demo/ControlPanel.exe" "$TOOLS/ControlPanel.exe"
+  put_services
+  put "$BUILT/demo/ControlPanel.exe" "$TOOLS/control.exe"
   put "$BUILT/demo/Machine.exe" "$TOOLS/Machine.exe"
   put "$BUILT/demo/Sheet.exe" "$TOOLS/Sheet.exe"
+}
+
+# One program behind all services; its copies, under the names of the services' own, are made with the machine.
+put_services() {
+  local program
+  for program in "$TOOLS"/AgentService.exe "$TOOLS"/services/*.exe; do
+    [[ $program = *'*'* ]] || put "$BUILT/demo/AgentService.exe" "$program"
+  done
 }
 
 # tool NAME ARGUMENT...: runs one of the machine's own programs.
@@ -89,7 +97,7 @@ stop_receiving_traps() {
 # open_applet [ARGUMENT...]: opens the applet as Control Panel does, and ends when it is closed. Its shares are those
 # of the stand-in, which is put before Wine's own library.
 open_applet() {
-  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;netapi32=n,b" wine 'C:\norvale\ControlPanel.exe' 'C:\windows\system32\vtnmgmt.cpl' "$@"
+  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;netapi32=n,b" wine 'C:\norvale\control.exe' 'C:\windows\system32\vtnmgmt.cpl' "$@"
 }
 
 # open_prompt: a command prompt of the machine, for vtncfg; on the caller's terminal, or with the caller's input.

@@ -20,27 +20,35 @@ struct MachineService
 };
 
 // In the order in which they start. The host agents take their time, so that the please-wait window can be
-// seen.
+// seen. The first ones and the mail store are there for the list of processes.
 const std::vector<MachineService>& Services()
 {
     static const std::vector<MachineService> services = {
-        {{snmpServiceName, "SNMP Service", {}}, {.startDelay = 300, .stopDelay = 300, .waitHint = 500}},
-        {{serverServiceName, "Norvale Server Agents", {snmpServiceName}},
+        {{"Netlogon", "Net Logon", {}, "lsass.exe"}, {}},
+        {{"DNS", "DNS Server", {}, "dns.exe"}, {}},
+        {{"NtFrs", "File Replication Service", {}, "ntfrs.exe"}, {}},
+        {{"Dfs", "Distributed File System", {}, "dfssvc.exe"}, {}},
+        {{"Spooler", "Print Spooler", {}, "spoolsv.exe"}, {}},
+        {{"NvMail", "Norvale Mail Store", {}, "nvmail.exe"}, {}},
+        {{snmpServiceName, "SNMP Service", {}, "snmp.exe"},
+         {.startDelay = 300, .stopDelay = 300, .waitHint = 500}},
+        {{serverServiceName, "Norvale Server Agents", {snmpServiceName}, "vtmgserv.exe"},
          {.startDelay = 200, .stopDelay = 400, .waitHint = 500}},
-        {{storageServiceName, "Norvale Storage Agents", {snmpServiceName}},
+        {{storageServiceName, "Norvale Storage Agents", {snmpServiceName}, "vtmgstor.exe"},
          {.startDelay = 200, .stopDelay = 400, .waitHint = 500}},
-        {{nicServiceName, "Norvale NIC Agents", {snmpServiceName}},
+        {{nicServiceName, "Norvale NIC Agents", {snmpServiceName}, "vtnnicmg.exe"},
          {.startDelay = 200, .stopDelay = 200, .waitHint = 500}},
         {{hostServiceName,
           "Norvale Host Agents",
-          {serverServiceName, storageServiceName, nicServiceName, snmpServiceName}},
+          {serverServiceName, storageServiceName, nicServiceName, snmpServiceName},
+          "vtmghost.exe"},
          {.startDelay = 1200,
           .startSteps = 3,
           .stopDelay = 1500,
           .stopSteps = 2,
           .waitHint = 600,
           .readyMutex = alerterMutex}},
-        {{webAgentServiceName, "Norvale Web Management Agent", {}},
+        {{webAgentServiceName, "Norvale Web Management Agent", {}, "vtnwebwm.exe"},
          {.startDelay = 300, .stopDelay = 300, .waitHint = 500}},
     };
     return services;
@@ -67,7 +75,7 @@ const AgentGroup hostAgents = {
     snmpSubkey,
     {"vtnmhost", "VTNPERF", "VTNPROC", "VTNALERT", "VTNGONE"},
     {{"VTNMHOST", "Host Information Agent"},
-     {"VTNPERF", "Operating System Performance Agent"},
+     {"VTNPERF", "OS Performance Agent"},
      {"VTNPROC", "Process Monitor Agent"},
      {"VTNALERT", "Remote Alerter Agent"},
      {"VTNSWINV", "Software Inventory Agent"},
@@ -93,7 +101,7 @@ const AgentGroup storageAgents = {
      {"VTNMIDA", "Quenta Array Agent"},
      {"VTNSAS", "SAS Agent"},
      {"VTNSCSI", "SCSI Agent"},
-     {"VTNATA", nullptr}},
+     {"VTNATA", "ATA Disk Agent"}},
     {"Enum"},
 };
 // The last two are one agent in two parts, switched together.

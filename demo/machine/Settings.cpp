@@ -29,7 +29,12 @@ void MakeHostAgentSettings()
     Key::Create(hostAgentKey).SetDword(hostFlagsValue, 0);
     auto parameters = Key::Create(hostParametersKey);
     // For each process a byte, what to report (1 start, 2 stop, 3 both, 0x80 added by hand), and its name.
-    parameters.SetBinary(processesValue, "\x03services.exe\0\x02rpcss.exe\0\x83nvbackup.exe\0"s);
+    parameters.SetBinary(processesValue, "\x03"
+                                         "dns.exe\0"
+                                         "\x02lsass.exe\0"
+                                         "\x02ntfrs.exe\0"
+                                         "\x83nvbackup.exe\0"
+                                         "\x01tlntsvr.exe\0"s);
     parameters.SetStrings(computersValue, {"OPERATIONS", "STANDBY"});
     parameters.SetString(userNameValue, "nvevents");
     parameters.SetBinary(passwordValue, Scrambled("lumora") + '\0');

@@ -38,7 +38,7 @@ int Install(const std::vector<std::string>& arguments)
     demo::Behaviour behaviour;
     for (size_t i = 3; i < arguments.size(); ++i)
         Apply(arguments[i], behaviour);
-    demo::InstallService({arguments[1], arguments[2], {}});
+    demo::InstallService({.name = arguments[1], .displayName = arguments[2], .dependencies = {}});
     demo::StoreBehaviour(arguments[1], behaviour);
     return EXIT_SUCCESS;
 }

@@ -29,12 +29,24 @@ ServiceHandle OpenManager()
     return manager;
 }
 
-// The service program, in quotation marks, as the service manager wants a path that may hold blanks.
-std::string ProgramPath()
+// In one process list services are told apart by the names of their programs, so each has a copy of its own.
+std::filesystem::path CopyProgram(const std::filesystem::path& program, const std::string& name)
+{
+    const std::filesystem::path copy = program.parent_path() / "services" / name;
+    std::filesystem::create_directory(copy.parent_path());
+    std::filesystem::copy_file(program, copy, std::filesystem::copy_options::overwrite_existing);
+    return copy;
+}
+
+// The service's program, in quotation marks, as the service manager wants a path that may hold blanks.
+std::string ProgramPath(const ServiceEntry& entry)
 {
     std::array<char, MAX_PATH> self{};
     RequireCall(GetModuleFileNameA(nullptr, self.data(), MAX_PATH) != 0, "finding the running program");
-    return '"' + std::filesystem::path(self.data()).replace_filename("AgentService.exe").string() + '"';
+    auto program = std::filesystem::path(self.data()).replace_filename("AgentService.exe");
+    if (!entry.program.empty())
+        program = CopyProgram(program, entry.program);
+    return '"' + program.string() + '"';
 }
 
 // All names of services are plain ASCII.
@@ -90,7 +102,7 @@ void InstallService(const ServiceEntry& entry)
     const auto manager = OpenManager();
     const std::wstring name = Wide(entry.name);
     const std::wstring displayName = Wide(entry.displayName);
-    const std::wstring program = Wide(ProgramPath());
+    const std::wstring program = Wide(ProgramPath(entry));
     const std::wstring dependencies = ZeroSeparated(entry.dependencies);
     const ServiceHandle made(CreateServiceW(manager.get(), name.c_str(), displayName.c_str(),
                                             SERVICE_ALL_ACCESS, SERVICE_WIN32_OWN_PROCESS, SERVICE_AUTO_START,

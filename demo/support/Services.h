@@ -7,16 +7,18 @@
 
 namespace demo {
 
-// A service of the machine; its program is AgentService.exe beside the running program.
+// A service of the machine.
 struct ServiceEntry
 {
     std::string name;
     std::string displayName;
     std::vector<std::string> dependencies; // names of services
+    std::string program{};                 // file name of a copy of AgentService.exe, if not that itself
 };
 
-// Registers the service for automatic start, or changes the one of that name to be like this. Throws
-// std::system_error.
+// Registers the service for automatic start, or changes the one of that name to be like this.
+// AgentService.exe lies beside the running program; the copy is made in the directory "services" there.
+// Throws std::system_error.
 void InstallService(const ServiceEntry& entry);
 
 // Stops the service, if it can be stopped, and takes it away. A service that is not there is no error.
