@@ -1,13 +1,12 @@
-// Numbers of everything in the library's resources. The resource scripts, the pages and the tests include it,
-// so it holds nothing but numbers. Controls of different dialogs share numbers: each name says its dialog and
-// its control.
+// The numbers of the library's resources. Resource scripts, pages and tests include this file, so it holds
+// nothing else. Controls of different dialogs may have the same number; each name says dialog and control.
 #pragma once
 
 #ifndef IDC_STATIC
 #define IDC_STATIC (-1)
 #endif
 
-// Controls have numbers in this range: below it are the system's buttons, above it commands.
+// The range of the controls' numbers. The system's buttons lie below it, commands above it.
 #define IDC_FIRST 1000
 #define IDC_LAST 0x7FFF
 
@@ -136,7 +135,7 @@
 #define IDS_INTERVAL_50_MINUTES 59157
 #define IDS_INTERVAL_60_MINUTES 59158
 
-// Intervals too short to be offered
+// Shorter intervals, which no page offers
 #define IDS_INTERVAL_1_SECOND 59180
 #define IDS_INTERVAL_500_MS 59181
 #define IDS_INTERVAL_250_MS 59182
@@ -153,7 +152,7 @@
 #define IDS_THRESHOLDS_CLEARED 59188
 #define IDS_THRESHOLDS_NOT_CLEARED 59189
 
-// What a refused or finished change of the configuration is reported with
+// Reports of a refused or finished change of the configuration
 #define IDS_ACCESS_DENIED 59163
 #define IDS_ERROR_CAPTION 59164
 #define IDS_REBOOT_NOTICE 59166
@@ -178,8 +177,8 @@
 #define IDS_BOARD_RESETTING 59178
 #define IDS_BOARD_RESET_QUESTION 59179
 
-// Process monitor: the two faces of the Add button, and the option names in the order of their numbers. The
-// ids up to 59208 belong to the options 4 to 15, which have no names.
+// Process monitor: the two texts of the Add button, and the names of the options 0 to 3. The numbers up to
+// 59208 are kept free for the options 4 to 15, which have no names.
 #define IDS_PROCMON_ADD 59191
 #define IDS_PROCMON_ENTER 59192
 #define IDS_PROCMON_OPTION_NONE 59193
@@ -187,7 +186,7 @@
 #define IDS_PROCMON_OPTION_STOP 59195
 #define IDS_PROCMON_OPTION_START_STOP 59196
 
-// The class library's own text for a field that holds too much
+// The class library's message for a field with too many characters
 #ifndef AFX_IDP_PARSE_STRING_SIZE
 #define AFX_IDP_PARSE_STRING_SIZE 0xF114
 #endif
