@@ -37,6 +37,7 @@ put_agents() {
   put "$BUILT/demo/ControlPanel.exe" "$TOOLS/control.exe"
   put "$BUILT/demo/Machine.exe" "$TOOLS/Machine.exe"
   put "$BUILT/demo/Sheet.exe" "$TOOLS/Sheet.exe"
+  put "$BUILT/demo/Messages.exe" "$TOOLS/Messages.exe"
 }
 
 # One program behind all services; its copies, under the names of the services' own, are made with the machine.
@@ -120,4 +121,38 @@ save_pages() {
     name=$(tool Sheet page "$index") || fail "the sheet's pages could not be shown."
     save_sheet "$1/$name.png" "$2"
   done
+}
+
+# save_messages DIRECTORY: a picture of each message box and of each text of the please-wait dialog, under its name.
+save_messages() {
+  local name place program input output
+  coproc MESSAGES { wine 'C:\norvale\Messages.exe' 'C:\windows\system32\vtnmgmt.cpl'; }
+  program=$MESSAGES_PID
+  exec {output}<&"${MESSAGES[0]}" {input}>&"${MESSAGES[1]}"
+  while read -r -t 60 name place <&"$output"; do
+    picture "$1/$name.png" "${place%$'\r'}"
+    printf '\n' >&"$input"
+  done
+  exec {output}<&- {input}>&-
+  wait "$program" || fail "the messages could not be shown."
+  say "Saved the messages in $1"
+}
+
+# save_contact_sheet DIRECTORY: all pictures in it and its directory "messages" as one, each above its name.
+save_contact_sheet() {
+  local sheet="$1/contact-sheet.png" parts
+  rm -f "$sheet"
+  parts=$(mktemp -d)
+  tile 3 "$parts/pages.png" "$1"/*.png
+  tile 4 "$parts/messages.png" "$1"/messages/*.png
+  convert "$parts"/pages.png "$parts"/messages.png -append +repage "$sheet"
+  rm -r "$parts"
+  say "Saved $sheet"
+}
+
+# tile COLUMNS FILE PICTURE...: puts the pictures side by side into FILE, all in fields of the size of the largest.
+tile() {
+  local font=/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf size
+  size=$(identify -format '%w %h\n' "${@:3}" | awk '{ if ($1 > w) w = $1; if ($2 > h) h = $2 } END { print w "x" h }')
+  montage -font "$font" -label '%t' "${@:3}" -geometry "$size>+8+8" -tile "$1x" "$2"
 }

@@ -53,11 +53,11 @@ keep_wine() {
   wine wineboot >/dev/null 2>&1
 }
 
-# On a bare X server each closing dialog would wait for a window manager that is not there; inside a virtual
-# desktop it does not.
+# use_virtual_desktop: of the size SCREEN. On a bare X server each closing dialog would wait for a window manager that is
+# not there; inside a virtual desktop it does not.
 use_virtual_desktop() {
   wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d vtnmgmt /f >/dev/null
-  wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v vtnmgmt /d 1024x768 /f >/dev/null
+  wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v vtnmgmt /d "${SCREEN:-1024x768}" /f >/dev/null
 }
 
 # use_real_desktop: windows appear on the display itself, as those of other programs do.
