@@ -22,13 +22,23 @@ void CallRecorder::Disarm()
 
 bool CallRecorder::Begin(Call call)
 {
-    const std::lock_guard lock(m_mutex);
+    std::unique_lock lock(m_mutex);
     if (!m_isArmed || (m_calls.empty() && !m_from.empty() && call.function != m_from))
         return false;
     call.boxes = m_boxes;
     m_isArmed = call.function != m_until;
     m_calls.push_back(std::move(call));
-    return m_calls.size() == m_failing;
+    const bool isFailing = m_calls.size() == m_failing;
+    lock.unlock();
+    if (isFailing && m_end)
+        m_end();
+    return isFailing;
+}
+
+bool CallRecorder::IsFailingNext() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isArmed && m_calls.size() + 1 == m_failing;
 }
 
 void CallRecorder::Open(const void* handle, const std::string& place)

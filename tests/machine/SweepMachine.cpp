@@ -1,6 +1,7 @@
 // See the header.
 #include "machine/SweepMachine.h"
 
+#include "desktop/core/DiscoveryShare.h"
 #include "pages/core/Thresholds.h"
 
 #include <sstream>
@@ -10,6 +11,10 @@ namespace {
 
 using support::ServiceState;
 using support::TestKey;
+
+constexpr std::array<const char*, 6> madeUpServices = {hostServiceName,     serverServiceName,
+                                                       storageServiceName,  nicServiceName,
+                                                       webAgentServiceName, snmpServiceName};
 
 constexpr char scriptText[] = "@echo off\r\nnet use h: \\\\server\\home\r\n";
 
@@ -90,10 +95,10 @@ HANDLE ReadOnlyWhileEdited::Open(LPCSTR path, DWORD access, DWORD sharing, LPSEC
                                                                attributes, pattern);
 }
 
-Settings::Settings(const Subject& subject) : m_subject(subject)
+Settings::Settings(const Places& places) : m_places(places)
 {
-    Empty(subject.windows.Path());
-    Empty(subject.scripts.Path());
+    Empty(places.windows.Path());
+    Empty(places.scripts.Path());
     FillAgents();
     FillSnmp();
     FillDesktop();
@@ -135,20 +140,20 @@ void Settings::FillDesktop()
 {
     m_machine.productOptions.SetString(productTypeValue, "LanmanNT");
     m_serverParameters.SetMultiString(nullSessionSharesValue, {"COMCFG", "DFS$"});
-    const std::string agents = m_subject.windows.File("system32\\vtnmgmt");
+    const std::string agents = m_places.windows.File("system32\\vtnmgmt");
     std::filesystem::create_directories(agents);
     support::WriteBytes(agents + "\\VTNCLNT.EXE", "the client");
-    support::WriteBytes(m_subject.scripts.File("LOGIN.BAT"), scriptText);
+    support::WriteBytes(m_places.scripts.File("LOGIN.BAT"), scriptText);
 }
 
 void Settings::SwitchDesktopManagementOn()
 {
-    m_machine.hostAgent.SetString(clientIniValue, m_subject.scripts.File("LOGIN.BAT"));
+    m_machine.hostAgent.SetString(clientIniValue, m_places.scripts.File("LOGIN.BAT"));
     m_serverParameters.SetMultiString(nullSessionSharesValue, {"COMCFG", "VTNDATA", "DFS$"});
-    support::WriteBytes(m_subject.scripts.File("VTNCLNT.EXE"), "the client");
-    support::WriteBytes(m_subject.scripts.File("VTNCLNT.INI"),
+    support::WriteBytes(m_places.scripts.File("VTNCLNT.EXE"), "the client");
+    support::WriteBytes(m_places.scripts.File("VTNCLNT.INI"),
                         "[Options]\r\nDestinationDirectory=\\\\a\\b\r\n");
-    support::WriteBytes(m_subject.scripts.File("LOGIN.BAT"),
+    support::WriteBytes(m_places.scripts.File("LOGIN.BAT"),
                         std::string("rem End of VORTAN section\r\n") + scriptText);
 }
 
@@ -166,11 +171,11 @@ void Settings::AddTo(Picture& picture) const
         &m_serverParameters,       &m_thresholds};
     for (const TestKey* const key : keys)
         AddKey(picture, *key);
-    AddFiles(picture, m_subject.windows.Path());
-    AddFiles(picture, m_subject.scripts.Path());
+    AddFiles(picture, m_places.windows.Path());
+    AddFiles(picture, m_places.scripts.Path());
 }
 
-StandIns::StandIns(HMODULE module, const Settings& settings, CallRecorder& recorder)
+StandIns::StandIns(HMODULE module, const std::string& scriptDirectory, CallRecorder& recorder)
     : m_services(module), m_shares(module), m_libraries(module), m_clock(module), m_user(module, recorder)
 {
     s_trap.clear();
@@ -178,7 +183,7 @@ StandIns::StandIns(HMODULE module, const Settings& settings, CallRecorder& recor
     m_libraries.SetEntry("VTNMHOST.DLL", "sendVtnUserTrap", &SendTrap);
     m_board.record = {1, 1, 0, 0};
     m_tasks.names = {"services.exe", "explorer.exe"};
-    m_shares.Add("NETLOGON", {.path = settings.ScriptDirectory()});
+    m_shares.Add("NETLOGON", {.path = scriptDirectory});
     const auto running = [](const char* displayName) {
         return support::ScriptedService{.displayName = displayName,
                                         .states = {ServiceState(SERVICE_RUNNING)}};
@@ -199,16 +204,33 @@ DWORD StandIns::SendTrap(const char* text)
 
 void StandIns::AddTo(Picture& picture) const
 {
-    for (const char* const name : {hostServiceName, serverServiceName, storageServiceName, nicServiceName,
-                                   webAgentServiceName, snmpServiceName})
+    for (const char* const name : madeUpServices)
         AddService(picture, name, m_services.Service(name));
-    if (const auto share = m_shares.Find("VTNDATA"))
-        picture["share VTNDATA"] = Text(*share);
+    if (const auto share = m_shares.Find(discoveryShareName))
+        picture[std::string("share ") + discoveryShareName] = Text(*share);
     picture["board"] = std::to_string(m_board.written.size()) + " writes";
     for (const BoardData& data : m_board.written)
         picture["board"] += Text(data.battery) + Text(data.remoteAlerting) + Text(data.serverResetPending) +
                             Text(data.resetRequest);
     picture["trap"] = s_trap.empty() ? "not sent" : "sent";
+}
+
+StandInState StandIns::State() const
+{
+    StandInState state{.share = m_shares.Find(discoveryShareName),
+                       .board = m_board.written.empty() ? m_board.record : m_board.written.back()};
+    for (const char* const name : madeUpServices)
+        state.services[name] = m_services.Service(name);
+    return state;
+}
+
+void StandIns::Put(const StandInState& state)
+{
+    for (const auto& [name, service] : state.services)
+        m_services.Add(name, service);
+    if (state.share)
+        m_shares.Add(discoveryShareName, *state.share);
+    m_board.record = state.board;
 }
 
 } // namespace sweep

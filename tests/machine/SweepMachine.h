@@ -14,6 +14,7 @@
 #include "support/TestDirectory.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,12 +46,17 @@ class AgreeingUser
     support::ReplacedImport m_messageBox;
 };
 
-// What all cases share: the loaded applet, and two directories whose names stay the same.
-struct Subject
+// Windows' directory and that of the login script, whose names stay the same.
+struct Places
 {
-    support::AppletHost host{appletPath};
     support::TestDirectory windows;
     support::TestDirectory scripts;
+};
+
+// What all cases share: the loaded applet, and where its files are.
+struct Subject : Places
+{
+    support::AppletHost host{appletPath};
     support::SavedVariable systemRoot{"SystemRoot", windows.Path()};
 };
 
@@ -81,7 +87,7 @@ class ReadOnlyWhileEdited
 class Settings
 {
   public:
-    explicit Settings(const Subject& subject);
+    explicit Settings(const Places& places);
 
     // Desktop management is on, with everything that belongs to it.
     void SwitchDesktopManagementOn();
@@ -90,7 +96,7 @@ class Settings
     void AddTo(Picture& picture) const;
 
     [[nodiscard]] const TestMachine& Machine() const { return m_machine; }
-    [[nodiscard]] std::string ScriptDirectory() const { return m_subject.scripts.Path(); }
+    [[nodiscard]] std::string ScriptDirectory() const { return m_places.scripts.Path(); }
 
   private:
     void FillAgents();
@@ -102,14 +108,26 @@ class Settings
     support::SavedKey m_serverParameters{fileServerKey};
     support::SavedKey m_trap{"SYSTEM\\VortanHost"};
     support::SavedKey m_thresholds{"SYSTEM\\VortanPermanent"};
-    const Subject& m_subject;
+    const Places& m_places;
 };
 
-// What only the test makes up, in front of the loaded applet.
+// What the stand-ins hold, for others in another process.
+struct StandInState
+{
+    std::map<std::string, support::ScriptedService> services = {};
+    std::optional<support::SharedDirectory> share = {}; // VTNDATA
+    BoardData board{};
+};
+
+// What only the test makes up, in front of the loaded applet or of another module.
 class StandIns
 {
   public:
-    StandIns(HMODULE module, const Settings& settings, CallRecorder& recorder);
+    StandIns(HMODULE module, const Settings& settings, CallRecorder& recorder)
+        : StandIns(module, settings.ScriptDirectory(), recorder)
+    {
+    }
+    StandIns(HMODULE module, const std::string& scriptDirectory, CallRecorder& recorder);
 
     [[nodiscard]] AgreeingUser& User() { return m_user; }
     [[nodiscard]] std::vector<std::string> UserTexts() const { return m_user.Texts(); }
@@ -117,6 +135,10 @@ class StandIns
     [[nodiscard]] support::ServiceScript& Services() { return m_services; }
     [[nodiscard]] support::LibraryScript& Libraries() { return m_libraries; }
     void AddTo(Picture& picture) const;
+    // The services, the share and the board; a board holds what was last written to it.
+    [[nodiscard]] StandInState State() const;
+    // Goes on from such a state.
+    void Put(const StandInState& state);
 
   private:
     static DWORD SendTrap(const char* text);
