@@ -30,9 +30,10 @@ bool CallRecorder::Begin(Call call)
     m_calls.push_back(std::move(call));
     const bool isFailing = m_calls.size() == m_failing;
     lock.unlock();
-    if (isFailing && m_end)
-        m_end();
-    return isFailing;
+    if (!isFailing || !m_instead)
+        return isFailing;
+    m_instead();
+    return false;
 }
 
 bool CallRecorder::IsFailingNext() const

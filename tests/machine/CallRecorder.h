@@ -26,7 +26,7 @@ enum class Role
 struct Call
 {
     std::string function;
-    std::string place;   // the texts and handles that it was given: key and value, service, file
+    std::string place;        // the texts and handles that it was given: key and value, service, file
     std::string purpose = {}; // what its other arguments ask for: "size" or "data", "save", ...; mostly empty
     Role role = Role::Asks;
     std::size_t boxes = 0; // message boxes shown before it
@@ -41,9 +41,8 @@ class CallRecorder
     void Arm(std::size_t failing, DWORD code, const char* from = nullptr, const char* until = nullptr);
     // From now on calls pass and are not kept; what they open and close is still noted.
     void Disarm();
-    // Instead of failing, the call with the failing number calls `end` before it does anything, on its
-    // thread.
-    void EndAtFailing(std::function<void()> end) { m_end = std::move(end); }
+    // From now on the call with the failing number does not fail: `action` comes before it, on its thread.
+    void InsteadOfFailing(std::function<void()> action) { m_instead = std::move(action); }
     // Whether the next call is the failing one.
     [[nodiscard]] bool IsFailingNext() const;
 
@@ -75,7 +74,7 @@ class CallRecorder
     std::vector<Call> m_calls;
     std::map<const void*, std::string> m_open;
     std::function<void()> m_look;
-    std::function<void()> m_end;
+    std::function<void()> m_instead;
     std::string m_from;
     std::string m_until;
     std::size_t m_failing = 0;

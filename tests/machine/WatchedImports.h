@@ -35,7 +35,7 @@ class WatchSet : private Watches...
 using SettingsImports = WatchSet<VTN_WATCH(RegOpenKeyA, Says::Code, Role::Opens, 2, 5, 8),
                                  VTN_WATCH(RegOpenKeyExA, Says::Code, Role::Opens, 2, 5),
                                  VTN_WATCH(RegQueryValueExA, Says::Code, Role::Asks, 2, 5, 8, 234),
-                                                              VTN_WATCH(RegEnumKeyA, Says::Code, Role::Asks, 5, 8, 234),
+                                 VTN_WATCH(RegEnumKeyA, Says::Code, Role::Asks, 5, 8, 234),
                                  VTN_WATCH(RegSetValueExA, Says::Code, Role::Changes, 5, 8),
                                  VTN_WATCH(RegDeleteValueA, Says::Code, Role::Changes, 2, 5),
                                  VTN_WATCH(RegDeleteKeyA, Says::Code, Role::Changes, 2, 5),
