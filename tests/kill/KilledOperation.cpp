@@ -46,6 +46,7 @@ void EditSnmpSettings(AppletHost& host)
 {
     const DialogDriver page = host.Page("SNMP Settings");
     page.Select(IDC_SNMP_INTERVAL, 7);
+    Touch(page, IDC_SNMP_SETS, true);
     Touch(page, IDC_SNMP_REMOTE_REBOOT, true);
     Touch(page, IDC_SNMP_DISABLE_RACK_TRAPS, true);
     Touch(page, IDC_SNMP_DISABLE_TELNET, false);
