@@ -3,11 +3,10 @@
 
 #include "desktop/core/ProfileEngine.h"
 #include "ProfileModel.h"
+#include "support/TestDirectory.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <memory>
 #include <windows.h>
 
 namespace fuzz {
@@ -25,7 +24,7 @@ constexpr std::uint16_t operationCodes[] = {1,  2,  3,  4,  5,  6,  7,  8,  10, 
 constexpr std::uint8_t modes[] = {0, PROF_COMPACT, PROF_SECTIONED, PROF_COMPACT | PROF_SECTIONED};
 
 // Copying the last section and pasting it doubles the file; beyond this number of lines a run ends.
-constexpr std::size_t mostLines = 1000;
+constexpr std::size_t mostLines = 200;
 
 // Bytes that are taken from the front; zeros when there are no more.
 class Input
@@ -69,41 +68,6 @@ class Input
     std::size_t m_size;
 };
 
-struct CloseFile
-{
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using UniqueFile = std::unique_ptr<std::FILE, CloseFile>;
-
-const std::string& Path()
-{
-    static const std::string path = [] {
-        std::array<char, MAX_PATH> directory{};
-        GetTempPathA(MAX_PATH, directory.data());
-        return std::string(directory.data()) + "vtnmgmt-fuzz-" + std::to_string(GetCurrentProcessId()) +
-               ".ini";
-    }();
-    return path;
-}
-
-void WriteFileContent(const std::string& content)
-{
-    const UniqueFile file(std::fopen(Path().c_str(), "wb"));
-    std::fwrite(content.data(), 1, content.size(), file.get());
-}
-
-std::optional<std::string> FileContent()
-{
-    const UniqueFile file(std::fopen(Path().c_str(), "rb"));
-    if (file == nullptr)
-        return std::nullopt;
-    std::string content;
-    std::array<char, 4096> block{};
-    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get()))
-        content.append(block.data(), count);
-    return content;
-}
-
 // Compared where they stand: copies would take most of the time.
 bool AreEqual(const ProfileLine* line, const std::vector<ModelLine>& expected)
 {
@@ -138,10 +102,10 @@ bool IsLinkedBothWays(const ProfileRequest& request)
 class Engine
 {
   public:
-    explicit Engine(std::uint8_t flags)
+    Engine(const std::string& path, std::uint8_t flags)
     {
         m_request.flags = flags;
-        m_status = ProfileOpen(Path().c_str(), m_request);
+        m_status = ProfileOpen(path.c_str(), m_request);
     }
     ~Engine() { ProfileClose(m_request); }
     Engine(const Engine&) = delete;
@@ -209,7 +173,7 @@ std::string RunOperation(Engine& engine, ProfileModel& model, Input& input)
 
 } // namespace
 
-std::string RunProfileScenario(const std::uint8_t* data, std::size_t size)
+std::string RunProfileScenario(const std::string& path, const std::uint8_t* data, std::size_t size)
 {
     Input input(data, size);
     const std::uint8_t mode = modes[input.Byte() % std::size(modes)];
@@ -218,8 +182,8 @@ std::string RunProfileScenario(const std::uint8_t* data, std::size_t size)
     const std::uint8_t flags = choices / 4 % 8 == 7 ? mode | PROF_CREATE : mode;
     const std::size_t contentSize = input.Byte() * 256U + input.Byte();
     const std::string content = input.Bytes(contentSize);
-    WriteFileContent(content);
-    Engine engine(flags);
+    support::WriteBytes(path, content);
+    Engine engine(path, flags);
     if (!engine.IsOpen())
         return "cannot open";
     ProfileModel model(flags, content);
@@ -234,8 +198,8 @@ std::string RunProfileScenario(const std::uint8_t* data, std::size_t size)
         return "after reading: " + difference;
     if (engine.Save() != PROF_OK)
         return "cannot save";
-    const std::optional<std::string> saved = FileContent();
-    std::remove(Path().c_str());
+    const std::optional<std::string> saved = support::ReadBytes(path);
+    DeleteFileA(path.c_str());
     return saved == model.Saved() ? "" : "different file";
 }
 

@@ -7,6 +7,7 @@
 #include <dirent.h>
 #include <list>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 

@@ -1,6 +1,7 @@
-// Files, on the real file system, with what Windows adds to it: sharing between the handles of the process,
+// Files, with what Windows adds to those of the system: sharing between the handles of the process,
 // the read-only attribute, and Windows' error codes. A file without any permission to write is a read-only
 // one; who runs the program makes no difference.
+#include "Drive.h"
 #include "Import.h"
 #include "Paths.h"
 
@@ -14,6 +15,7 @@
 
 namespace {
 
+namespace drive = standin::drive;
 using standin::ErrorOf;
 using standin::NativePath;
 using standin::SystemString;
@@ -94,14 +96,14 @@ HANDLE Create(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* /*sec
     struct stat status
     {
     };
-    const bool exists = stat(path.c_str(), &status) == 0;
+    const bool exists = drive::Status(path, status) == 0;
     const DWORD refusal = exists ? Refusal(status, access, share, disposition) : DWORD{ERROR_SUCCESS};
     if (refusal != ERROR_SUCCESS)
         return FailToOpen(refusal);
-    const int descriptor = open(path.c_str(), OpenFlags(access, disposition), 0644);
+    const int descriptor = drive::Open(path, OpenFlags(access, disposition), 0644);
     if (descriptor < 0)
         return FailToOpen(ErrorOf(path));
-    fstat(descriptor, &status);
+    drive::Status(descriptor, status);
     openFiles.push_back({descriptor, status.st_dev, status.st_ino, access, share});
     const bool creates = disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS;
     SetLastError(exists && creates ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
@@ -135,7 +137,7 @@ BOOL Read(HANDLE handle, LPVOID buffer, DWORD size, LPDWORD count, OVERLAPPED* /
     const OpenFile* const file = Use(handle, GENERIC_READ);
     if (file == nullptr)
         return FALSE;
-    const ssize_t result = read(file->descriptor, buffer, size);
+    const ssize_t result = drive::Read(file->descriptor, buffer, size);
     if (result < 0)
         return Fail(ERROR_READ_FAULT);
     *count = static_cast<DWORD>(result);
@@ -148,7 +150,7 @@ BOOL Write(HANDLE handle, LPCVOID buffer, DWORD size, LPDWORD count, OVERLAPPED*
     const OpenFile* const file = Use(handle, GENERIC_WRITE);
     if (file == nullptr)
         return FALSE;
-    const ssize_t result = write(file->descriptor, buffer, size);
+    const ssize_t result = drive::Write(file->descriptor, buffer, size);
     if (result < 0)
         return Fail(errno == ENOSPC ? ERROR_DISK_FULL : ERROR_WRITE_FAULT);
     *count = static_cast<DWORD>(result);
@@ -161,7 +163,7 @@ DWORD Move(HANDLE handle, LONG distance, PLONG /*distanceHigh*/, DWORD origin)
     const OpenFile* const file = Use(handle, 0);
     if (file == nullptr)
         return INVALID_SET_FILE_POINTER;
-    return static_cast<DWORD>(lseek(file->descriptor, distance, origins[origin]));
+    return static_cast<DWORD>(drive::Seek(file->descriptor, distance, origins[origin]));
 }
 
 BOOL Cut(HANDLE handle)
@@ -169,8 +171,8 @@ BOOL Cut(HANDLE handle)
     const OpenFile* const file = Use(handle, GENERIC_WRITE);
     if (file == nullptr)
         return FALSE;
-    const off_t position = lseek(file->descriptor, 0, SEEK_CUR);
-    return ftruncate(file->descriptor, position) == 0 ? TRUE : Fail(ERROR_WRITE_FAULT);
+    const off_t position = drive::Seek(file->descriptor, 0, SEEK_CUR);
+    return drive::Truncate(file->descriptor, position) == 0 ? TRUE : Fail(ERROR_WRITE_FAULT);
 }
 
 DWORD SizeOf(HANDLE handle, LPDWORD sizeHigh)
@@ -181,7 +183,7 @@ DWORD SizeOf(HANDLE handle, LPDWORD sizeHigh)
     struct stat status
     {
     };
-    fstat(file->descriptor, &status);
+    drive::Status(file->descriptor, status);
     if (sizeHigh != nullptr)
         *sizeHigh = static_cast<DWORD>(status.st_size >> 32);
     return static_cast<DWORD>(status.st_size);
@@ -192,7 +194,7 @@ BOOL Close(HANDLE handle)
     const auto file = Find(handle);
     if (file == openFiles.end())
         return Fail(ERROR_INVALID_HANDLE);
-    close(file->descriptor);
+    drive::Close(file->descriptor);
     openFiles.erase(file);
     return TRUE;
 }
@@ -203,7 +205,7 @@ BOOL Delete(LPCSTR name)
     struct stat status
     {
     };
-    if (stat(path.c_str(), &status) != 0)
+    if (drive::Status(path, status) != 0)
         return Fail(ErrorOf(path));
     const bool isHeld = std::any_of(openFiles.begin(), openFiles.end(), [&](const OpenFile& file) {
         return IsSameFile(file, status) && (file.share & FILE_SHARE_DELETE) == 0;
@@ -212,7 +214,7 @@ BOOL Delete(LPCSTR name)
         return Fail(ERROR_SHARING_VIOLATION);
     if (S_ISDIR(status.st_mode) || (status.st_mode & anyWrite) == 0)
         return Fail(ERROR_ACCESS_DENIED);
-    return unlink(path.c_str()) == 0 ? TRUE : Fail(ErrorOf(path));
+    return drive::Unlink(path) == 0 ? TRUE : Fail(ErrorOf(path));
 }
 
 DWORD Attributes(LPCSTR name)
@@ -221,7 +223,7 @@ DWORD Attributes(LPCSTR name)
     struct stat status
     {
     };
-    if (stat(path.c_str(), &status) != 0) {
+    if (drive::Status(path, status) != 0) {
         SetLastError(ErrorOf(path));
         return INVALID_FILE_ATTRIBUTES;
     }
@@ -232,7 +234,7 @@ DWORD Attributes(LPCSTR name)
 
 int SetWritable(const SystemString& path, bool isWritable)
 {
-    return chmod(path.c_str(), isWritable ? 0644 : 0444);
+    return drive::ChangeMode(path, isWritable ? 0644 : 0444);
 }
 
 BOOL SetAttributes(LPCSTR name, DWORD attributes)

@@ -1,12 +1,11 @@
 // How Windows' paths and errors are expressed in those of the system that the stand-in runs on.
 #pragma once
 
-#include "SystemMemory.h"
+#include "Drive.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <unistd.h>
 #include <windows.h>
 
 namespace standin {
@@ -30,8 +29,7 @@ inline SystemString NativePath(LPCSTR path)
 inline DWORD MissingError(const SystemString& path)
 {
     const SystemString directory = path.substr(0, path.find_last_of('/') + 1);
-    return directory.empty() || access(directory.c_str(), F_OK) == 0 ? ERROR_FILE_NOT_FOUND
-                                                                     : ERROR_PATH_NOT_FOUND;
+    return directory.empty() || drive::Exists(directory) ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 
 // Windows' error for what `errno` says of the path.

@@ -1,4 +1,6 @@
 // What the fuzzer found worth keeping, run once more: the engine and its model must agree on every input.
+#include "ProfileFixture.h"
+
 #include "host/fuzz/ProfileScenario.h"
 
 #include <filesystem>
@@ -17,12 +19,13 @@ std::filesystem::path CorpusDirectory()
 
 TEST(ProfileCorpus, GivesTheSameResultsAsTheModel)
 {
+    const std::string path = profile::ScratchPath("corpus.ini");
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(CorpusDirectory())) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
         const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-        EXPECT_EQ(fuzz::RunProfileScenario(data, bytes.size()), "") << entry.path();
+        EXPECT_EQ(fuzz::RunProfileScenario(path, data, bytes.size()), "") << entry.path();
         ++count;
     }
     EXPECT_GT(count, 50) << "the corpus is not where it was";

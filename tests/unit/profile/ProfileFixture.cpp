@@ -1,9 +1,9 @@
 // See the header.
 #include "ProfileFixture.h"
 
+#include "support/TestDirectory.h"
+
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <windows.h>
 
 namespace profile {
@@ -36,15 +36,12 @@ ScratchFile::~ScratchFile()
 
 void ScratchFile::Write(const std::string& content) const
 {
-    std::ofstream(m_path, std::ios::binary) << content;
+    support::WriteBytes(m_path, content);
 }
 
 std::optional<std::string> ScratchFile::Content() const
 {
-    std::ifstream file(m_path, std::ios::binary);
-    if (!file)
-        return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(file), {});
+    return support::ReadBytes(m_path);
 }
 
 void ScratchFile::SetReadOnly(bool isReadOnly) const
