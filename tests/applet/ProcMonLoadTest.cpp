@@ -25,6 +25,22 @@ TEST_F(ProcMonLoad, ShowsEachNameWithItsOption)
     m_host.PressCancel();
 }
 
+// A list box does not say where its tab stops are.
+TEST_F(ProcMonLoad, PutsTheOptionsInAColumn)
+{
+    std::vector<UINT> stops;
+    const auto note = support::HookImport<decltype(SendMessageA)>(
+        m_host.Module(), "SendMessageA",
+        [&](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            if (message == LB_SETTABSTOPS)
+                stops.assign(reinterpret_cast<UINT*>(lParam), reinterpret_cast<UINT*>(lParam) + wParam);
+            return original(window, message, wParam, lParam);
+        });
+    Open();
+    EXPECT_EQ(stops, std::vector<UINT>{80});
+    m_host.PressCancel();
+}
+
 TEST_F(ProcMonLoad, ListsWhatRunsWithoutAnOption)
 {
     m_tasks.names = {"Zeta.exe", "alpha.exe"};

@@ -173,6 +173,22 @@ TEST_F(ProcMonMouse, TheEditScrollsWithItsLine)
     m_host.PressCancel();
 }
 
+// Two equal lines: the first one that begins with the name is another's.
+TEST_F(ProcMonMouse, AClickSelectsTheSecondOfTwoEqualLines)
+{
+    m_tasks.names = {"foo bar"};
+    Open();
+    Add("foo");
+    Add("foo");
+    const Rows lines = {"foo bar\tNone", "foo\tNone", "foo\tNone"};
+    ASSERT_EQ(Items(), lines);
+    for (const int row : {2, 1, 2}) {
+        ClickRow(row);
+        EXPECT_EQ(Page().Selection(IDC_PROCMON_LIST), row);
+    }
+    m_host.PressCancel();
+}
+
 // --- everything else that can be clicked
 
 TEST_F(ProcMonMouse, DeleteIsNotForTheNewLine)

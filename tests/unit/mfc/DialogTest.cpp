@@ -5,6 +5,7 @@
 #include "TestDialogs.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -246,6 +247,29 @@ TEST(Module, SwitchesItsStateForAScope)
         EXPECT_EQ(AfxGetInstanceHandle(), other);
     }
     EXPECT_EQ(AfxGetApp(), &TestApp());
+}
+
+TEST(Module, ForgetsItsApplicationWithIt)
+{
+    AFX_MODULE_STATE& state = *AfxGetStaticModuleState();
+    CWinApp* const own = std::exchange(state.m_pCurrentWinApp, nullptr);
+    {
+        const CWinApp other("other");
+        EXPECT_EQ(AfxGetApp(), &other);
+    }
+    EXPECT_EQ(AfxGetApp(), nullptr);
+    state.m_pCurrentWinApp = own;
+}
+
+TEST(Module, KeepsAnApplicationWhenAnotherGoes)
+{
+    AFX_MODULE_STATE& state = *AfxGetStaticModuleState();
+    CWinApp* const own = std::exchange(state.m_pCurrentWinApp, nullptr);
+    {
+        const CWinApp other("other");
+        state.m_pCurrentWinApp = own;
+    }
+    EXPECT_EQ(AfxGetApp(), own);
 }
 
 TEST(Module, LooksForResourcesInTheGivenModule)

@@ -162,6 +162,32 @@ TEST_F(FailureTest, StopsACreationWhoseOnCreateThrows)
     EXPECT_EQ(g_windowsMade, 1);
 }
 
+// Throws while its window is being made, and after WM_CREATE, where an answer could stop it.
+class CThrowsWhenShown : public CWnd
+{
+  public:
+    afx_msg LRESULT OnShown(WPARAM /*wParam*/, LPARAM /*lParam*/) { Throw7(); }
+
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(CThrowsWhenShown, CWnd)
+    ON_MESSAGE(WM_SHOWWINDOW, &CThrowsWhenShown::OnShown)
+END_MESSAGE_MAP()
+
+TEST_F(FailureTest, LeavesNoWindowThatThrewWhileItWasMade)
+{
+    const int windows = WindowsOfThread();
+    CThrowsWhenShown window;
+
+    EXPECT_EQ(ThrownBy([&] {
+                  window.CreateEx(0, "STATIC", "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 50, 50), nullptr, 0);
+              }),
+              7);
+    EXPECT_EQ(window.m_hWnd, nullptr);
+    EXPECT_EQ(WindowsOfThread(), windows);
+}
+
 TEST_F(FailureTest, LeavesTheOkOfASecondPage)
 {
     second.m_atOk = Throw7;

@@ -75,6 +75,14 @@ TEST_F(FileDialogTest, GivesTheSystemTheFilterInItsOwnForm)
     EXPECT_EQ(pattern[6], '\0');
 }
 
+TEST_F(FileDialogTest, TakesAFilterWhoseFirstNameIsEmpty)
+{
+    const CFileDialog dialog(TRUE, nullptr, nullptr, 0, "|*.bat||");
+
+    EXPECT_EQ(dialog.m_ofn.lpstrFilter[0], '\0');
+    EXPECT_STREQ(dialog.m_ofn.lpstrFilter + 1, "*.bat");
+}
+
 TEST_F(FileDialogTest, TakesAFilterWhereverItIsMoved)
 {
     const CFileDialog dialog(TRUE, nullptr, nullptr, 0, "a|b||");

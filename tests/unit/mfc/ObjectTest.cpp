@@ -45,6 +45,15 @@ TEST(RuntimeClass, NamesTheClassAndItsSize)
     EXPECT_EQ(circle.GetRuntimeClass(), RUNTIME_CLASS(CCircle));
 }
 
+TEST(RuntimeClass, NamesTheBaseOfAllAndItsSize)
+{
+    const CRuntimeClass* const base = RUNTIME_CLASS(CObject);
+
+    EXPECT_STREQ(base->m_lpszClassName, "CObject");
+    EXPECT_EQ(base->m_nObjectSize, static_cast<int>(sizeof(CObject)));
+    EXPECT_FALSE(base->IsDerivedFrom(RUNTIME_CLASS(CShape)));
+}
+
 TEST(RuntimeClass, KnowsItsBasesAndNothingElse)
 {
     const CCircle circle;

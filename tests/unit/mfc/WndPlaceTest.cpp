@@ -1,4 +1,5 @@
 // CWnd: texts, styles, radio buttons, coordinates, centring and the wait cursor.
+#include "imports/ImportHook.h"
 #include "TestDialogs.h"
 
 #include <gtest/gtest.h>
@@ -179,6 +180,62 @@ TEST_F(WndPlace, StaysInsideTheWorkAreaWhenCentred)
     dialog.CenterWindow();
     EXPECT_EQ(PlaceOf(dialog).right, WorkArea().right);
     EXPECT_EQ(PlaceOf(dialog).bottom, WorkArea().bottom);
+}
+
+// A second monitor to the right of the first.
+const CRect secondWorkArea(5000, 100, 6000, 900);
+const auto secondMonitor = reinterpret_cast<HMONITOR>(2);
+
+// Puts the window on the second monitor, wherever it is.
+auto PutOnTheSecondMonitor(const CWnd& window)
+{
+    return support::HookImport<decltype(MonitorFromWindow)>(
+        GetModuleHandleA(nullptr), "MonitorFromWindow",
+        [onTheSecond = window.m_hWnd](auto original, HWND asked, DWORD otherwise) {
+            return asked == onTheSecond ? secondMonitor : original(asked, otherwise);
+        });
+}
+
+auto DescribeTheSecondMonitor()
+{
+    return support::HookImport<decltype(GetMonitorInfoA)>(
+        GetModuleHandleA(nullptr), "GetMonitorInfoA",
+        [](auto original, HMONITOR monitor, MONITORINFO* info) -> BOOL {
+            if (monitor != secondMonitor)
+                return original(monitor, info);
+            info->rcWork = secondWorkArea;
+            return TRUE;
+        });
+}
+
+TEST_F(WndPlace, StaysOnTheMonitorOfItsOwner)
+{
+    owner.MoveWindow(CRect(4800, 50, 4900, 90));
+    const auto place = PutOnTheSecondMonitor(owner);
+    const auto describe = DescribeTheSecondMonitor();
+    dialog.CenterWindow();
+
+    EXPECT_EQ(PlaceOf(dialog).left, secondWorkArea.left);
+    EXPECT_EQ(PlaceOf(dialog).top, secondWorkArea.top);
+}
+
+TEST_F(WndPlace, IsCentredOnTheMonitorOfAHiddenOwner)
+{
+    owner.ShowWindow(SW_HIDE);
+    const auto place = PutOnTheSecondMonitor(owner);
+    const auto describe = DescribeTheSecondMonitor();
+    dialog.CenterWindow();
+
+    ExpectCentred(PlaceOf(dialog), secondWorkArea);
+}
+
+TEST_F(WndPlace, IsCentredOnItsOwnMonitorWithoutAnOwner)
+{
+    const auto place = PutOnTheSecondMonitor(owner);
+    const auto describe = DescribeTheSecondMonitor();
+    owner.CenterWindow();
+
+    ExpectCentred(PlaceOf(owner), secondWorkArea);
 }
 
 TEST_F(WndPlace, CentresAChildInItsParent)

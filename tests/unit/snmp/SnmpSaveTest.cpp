@@ -1,4 +1,5 @@
 // What the SNMP Settings page writes.
+#include "imports/ImportHook.h"
 #include "machine/SnmpMachine.h"
 
 #include <array>
@@ -216,6 +217,15 @@ class ExceptionTrap : public SnmpSettingsSave
 TEST_F(ExceptionTrap, ParksTheSystemsDebuggerWhenItIsSwitchedOn)
 {
     m_machine.activeDebugger.SetString("Debugger", otherDebugger);
+    Switch(TRUE);
+    ExpectDebuggers(trapDebugger, otherDebugger);
+}
+
+TEST_F(ExceptionTrap, WritesItsCommandUnexpandedWhenThatFails)
+{
+    m_machine.activeDebugger.SetString("Debugger", otherDebugger);
+    const auto refuse = support::HookImport<decltype(ExpandEnvironmentStringsA)>(
+        GetModuleHandleA(nullptr), "ExpandEnvironmentStringsA", [](auto, auto...) { return DWORD{0}; });
     Switch(TRUE);
     ExpectDebuggers(trapDebugger, otherDebugger);
 }

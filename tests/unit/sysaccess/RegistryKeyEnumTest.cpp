@@ -46,6 +46,22 @@ TEST_F(RegistryKey, RefusesAnEnumerationThatFailsBetweenCountingAndReading)
     ExpectRefused([&] { m_key.EnumSubkeys(names); });
 }
 
+// The one in the middle is lost; those around it can be read.
+TEST_F(RegistryKey, RefusesAnEnumerationThatLosesASubkey)
+{
+    for (const char* name : {"A", "B", "C"})
+        m_stored.Subkey(name).Create();
+    int calls = 0;
+    auto fail = support::HookImport<decltype(RegEnumKeyA)>(
+        self, "RegEnumKeyA", [&](auto original, HKEY key, DWORD index, LPSTR name, DWORD size) {
+            constexpr int counting = 4;
+            return ++calls == counting + 2 ? LSTATUS{ERROR_KEY_DELETED} : original(key, index, name, size);
+        });
+    std::vector<std::string> names{"before"};
+    ExpectRefused([&] { m_key.EnumSubkeys(names); });
+    EXPECT_EQ(names, std::vector<std::string>{"before"});
+}
+
 TEST_F(RegistryKey, EnumerationWithoutMemoryThrowsAndClosesTheKey)
 {
     m_stored.Subkey("Agent").Create();
