@@ -28,6 +28,7 @@ inline constexpr std::array messages{
     Message{"cannot-start", IDS_CANNOT_START, IDS_APPLET_NAME, MB_ICONHAND, service},
     Message{"cannot-stop", IDS_CANNOT_STOP, IDS_APPLET_NAME, MB_ICONHAND, service},
     Message{"reboot-notice", IDS_REBOOT_NOTICE, IDS_APPLET_NAME, MB_ICONHAND, nullptr},
+    Message{"out-of-memory", IDS_OUT_OF_MEMORY, IDS_ERROR_CAPTION, MB_ICONHAND, nullptr},
     Message{"access-denied", IDS_ACCESS_DENIED, IDS_ERROR_CAPTION, MB_ICONHAND, nullptr},
     Message{"trap-sent", IDS_TRAP_SENT, IDS_APPLET_NAME, MB_ICONINFORMATION,
             "Management Agents Test Trap sent - Sunday, November 22, 2026 9:30:00 AM"},

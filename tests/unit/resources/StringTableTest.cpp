@@ -1,10 +1,13 @@
 // The string table: the English texts to the letter, the Japanese ones matching them.
+#include "demo/messages/Messages.h"
 #include "resources/resource.h"
 #include "tests/unit/resources/ExpectedTexts.h"
 #include "tests/unit/resources/ResourceReader.h"
 
 #include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace {
 
@@ -51,6 +54,30 @@ TEST_P(EachLanguage, HasTheNumbersOfTheTableAndNoOthers)
         expected.insert(string.id);
 
     EXPECT_EQ(StringIds(GetParam()), expected);
+}
+
+// Names, captions, list entries, and texts that are kept though nothing shows them.
+bool IsNoMessage(UINT id)
+{
+    constexpr std::array others{IDS_APPLET_NAME,       IDS_APPLET_DESCRIPTION, IDS_CANNOT_RESTART,
+                                IDS_STOP_QUESTION,     IDS_FIBRE_TAPE_WARNING, IDS_ERROR_CAPTION,
+                                IDS_SHEET_TITLE,       IDS_PROCMON_ADD,        IDS_PROCMON_ENTER,
+                                IDS_SCRIPT_FILE_FILTER};
+    return std::ranges::find(others, static_cast<int>(id)) != others.end() ||
+           (id >= IDS_INTERVAL_5_SECONDS && id <= IDS_INTERVAL_60_MINUTES) ||
+           (id >= IDS_INTERVAL_1_SECOND && id <= IDS_INTERVAL_50_MS) ||
+           (id >= IDS_PROCMON_OPTION_NONE && id <= IDS_PROCMON_OPTION_START_STOP);
+}
+
+TEST(StringTable, HasAPictureOfEachMessage)
+{
+    std::set<UINT> shown;
+    for (const demo::Message& message : demo::messages)
+        shown.insert(message.textId);
+    for (const demo::Message& message : demo::pleaseWaitTexts)
+        shown.insert(message.textId);
+    for (const ExpectedString& string : ExpectedStrings())
+        EXPECT_NE(shown.contains(string.id), IsNoMessage(string.id)) << string.id;
 }
 
 TEST(StringTable, PutsTheSameValuesIntoJapaneseTexts)
