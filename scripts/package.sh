@@ -4,13 +4,10 @@
 BUILT="$ROOT/build/win64"
 PRODUCT_NAME="Norvale Management Agents Control Panel"
 
-# What is built and what of it is installed; the command line with its DSC manifest as soon as there is one.
-PRODUCT_TARGETS=(vtnmgmt vthstutl help_files)
-PRODUCT_FILES=(vtnmgmt.cpl vthstutl.dll vtnmgmt.chm vtnmgmt_jpn.chm)
-if [ -e "$ROOT/command/CMakeLists.txt" ]; then
-  PRODUCT_TARGETS+=(vtncfg)
-  PRODUCT_FILES+=(vtncfg.exe vtncfg.dsc.resource.json)
-fi
+# What is built (by the script that sources this) and what of it is installed.
+# shellcheck disable=SC2034
+PRODUCT_TARGETS=(vtnmgmt vthstutl help_files vtncfg)
+PRODUCT_FILES=(vtnmgmt.cpl vthstutl.dll vtnmgmt.chm vtnmgmt_jpn.chm vtncfg.exe vtncfg.dsc.resource.json)
 
 product_version() {
   sed -nE 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$BUILT/CMakeCache.txt"
