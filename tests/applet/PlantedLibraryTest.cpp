@@ -3,6 +3,7 @@
 #include "support/TestDirectory.h"
 
 #include <array>
+#include <memory>
 
 namespace {
 
@@ -126,6 +127,34 @@ TEST_F(PlantedLibrary, InTheUsersClassesIsNoHtmlHelp)
     EXPECT_EQ(Loaded(), "");
     // Not every system that this test runs on shows a program the user's classes among its own.
     EXPECT_EQ(asked, std::vector{std::string("HKLM\\SOFTWARE\\Classes\\") + htmlHelpServer});
+}
+
+// The directories of PATH are the machine's to choose; see docs/settings.md.
+TEST_F(PlantedLibrary, InPathIsTheHostUtilityOfAMachineWithoutOne)
+{
+    const Planted library(m_directory.File("vthstutl.dll"));
+    const support::SavedVariable path("PATH", m_directory.Path());
+    m_host.Open();
+    m_host.Page("Process Monitor");
+    EXPECT_EQ(Loaded(), library.Path());
+    m_host.PressCancel();
+}
+
+// Every other library has one place, wherever else the same name stands.
+TEST_F(PlantedLibrary, UnderTheNameOfAnyOtherIsNotLoaded)
+{
+    std::vector<std::unique_ptr<Planted>> libraries;
+    for (const char* const name : {"hhctrl.ocx", "comdlg32.dll", "netapi32.dll", "version.dll", "RB4USER.DLL",
+                                   "VTNMHOST.DLL", "comctl32.dll", "uxtheme.dll"})
+        libraries.push_back(std::make_unique<Planted>(m_directory.File(name)));
+    const support::SavedVariable path("PATH", m_directory.Path());
+    const CurrentDirectory current(m_directory.Path());
+    m_host.Open();
+    for (const std::string& tab : m_host.Tabs())
+        m_host.Page(tab);
+    m_host.PressCancel();
+    AskForHelp();
+    EXPECT_EQ(Loaded(), "");
 }
 
 class UnregisteredHelp : public PlantedLibrary
