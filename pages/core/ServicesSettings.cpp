@@ -6,27 +6,27 @@
 
 namespace {
 
-// Whether the manager may be left alone, since it has just this already.
+// Whether the manager may be left alone, since it has just this already. To be asked before the registry is
+// written: there the manager looks some of its answers up, while it goes by what it was configured with.
 template <typename Value>
-bool IsToStay(const UniqueServiceHandle& service, Value ServiceConfig::*field, const Value& value)
+bool IsToStay(const UniqueServiceHandle& manager, const char* serviceName, Value ServiceConfig::*field,
+              const Value& value)
 {
     if (!EqualValuesStay::IsInForce())
         return false;
+    const UniqueServiceHandle service = OpenServiceOf(manager, serviceName, SERVICE_QUERY_CONFIG);
     const std::optional<ServiceConfig> config = ReadServiceConfig(service.Get());
     return config.has_value() && (*config).*field == value;
 }
 
 void SetStartType(const UniqueServiceHandle& service, DWORD startType)
 {
-    if (service && !IsToStay(service, &ServiceConfig::startType, startType))
-        ChangeServiceConfigA(service.Get(), SERVICE_NO_CHANGE, startType, SERVICE_NO_CHANGE, nullptr, nullptr,
-                             nullptr, nullptr, nullptr, nullptr, nullptr);
+    ChangeServiceConfigA(service.Get(), SERVICE_NO_CHANGE, startType, SERVICE_NO_CHANGE, nullptr, nullptr,
+                         nullptr, nullptr, nullptr, nullptr, nullptr);
 }
 
 void SetDependencies(const UniqueServiceHandle& service, const std::vector<std::string>& names)
 {
-    if (!service || IsToStay(service, &ServiceConfig::dependencies, names))
-        return;
     std::string block; // each name with its zero; the string's own zero ends the block
     for (const std::string& name : names)
         block.append(name.c_str(), name.size() + 1);
@@ -40,17 +40,22 @@ void SaveGroup(const UniqueServiceHandle& manager, const AgentService& service,
 {
     const UniqueServiceHandle handle = OpenServiceOf(manager, service.name);
     const DWORD startType = activeNames.empty() ? SERVICE_DISABLED : SERVICE_AUTO_START;
+    const bool stays = IsToStay(manager, service.name, &ServiceConfig::startType, startType);
     CRegistryKey(HKEY_LOCAL_MACHINE, service.ParametersKey().c_str())
         .SetMultiString(subServicesValue, activeNames);
     CRegistryKey(HKEY_LOCAL_MACHINE, service.Key().c_str()).SetDword(startTypeValue, startType);
-    SetStartType(handle, startType);
+    if (handle && !stays)
+        SetStartType(handle, startType);
 }
 
 void SaveDependencies(const UniqueServiceHandle& manager, const std::vector<std::string>& names)
 {
     const AgentService& mainService = agentServices.front();
+    const bool stays = IsToStay(manager, mainService.name, &ServiceConfig::dependencies, names);
     CRegistryKey(HKEY_LOCAL_MACHINE, mainService.Key().c_str()).SetMultiString(dependenciesValue, names);
-    SetDependencies(OpenServiceOf(manager, mainService.name), names);
+    const UniqueServiceHandle handle = OpenServiceOf(manager, mainService.name);
+    if (handle && !stays)
+        SetDependencies(handle, names);
 }
 
 bool IsSnmpInstalled()

@@ -22,6 +22,20 @@ LSTATUS WINAPI RefuseSetsEnabled(HKEY /*key*/, LPCSTR name, DWORD /*reserved*/, 
     return std::string(name) == "SetsEnabled" ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
 }
 
+// A service as its key has it.
+support::ScriptedService StoredConfig(const support::TestKey& key)
+{
+    support::ScriptedService service{.startType = SERVICE_DISABLED};
+    if (const auto startType = key.Value("Start"))
+        service.startType = startType->bytes.front();
+    if (const auto names = key.Value("DependOnService")) {
+        const char* name = reinterpret_cast<const char*>(names->bytes.data());
+        for (; *name != '\0'; name += service.dependencies.back().size() + 1)
+            service.dependencies.emplace_back(name);
+    }
+    return service;
+}
+
 // Documents that change this machine, each alone.
 const std::vector<std::string> changingDocuments = {
     R"({"agents":{"VtMgHost":{"VTNPERF":true}}})",
@@ -196,6 +210,26 @@ TEST_F(SetCommand, LeavesAloneWhatIsStoredJustSoBesideAChange)
     Set(R"({"agents":{"VtMgHost":{"VTNPERF":false}}})");
     const std::string hostParameters = "HKLM\\" + m_agents.Parameters("VtMgHost").Path();
     EXPECT_EQ(Writes(), std::vector<std::string>{"RegSetValueExA " + hostParameters + ", SubServices"});
+}
+
+// A manager that answers from the registry, while it goes by what it was configured with.
+TEST_F(SetCommand, ConfiguresAManagerThatReadsItsAnswersFromTheRegistry)
+{
+    for (const char* name : {"VtMgHost", "VtMgServ"})
+        m_services.Add(name, {.startType = SERVICE_DISABLED});
+    const auto answer = support::HookImport<decltype(QueryServiceConfigA)>(
+        GetModuleHandleA(nullptr), "QueryServiceConfigA", [&](auto original, auto... arguments) {
+            for (const char* name : {"VtMgHost", "VtMgServ"})
+                m_services.Add(name, StoredConfig(m_agents.Service(name)));
+            return original(arguments...);
+        });
+
+    EXPECT_EQ(Set(R"({"agents":{"VtMgServ":{"VTNHEALTH":true}}})").errors, "");
+
+    const std::vector<std::string> expected = {
+        "ChangeServiceConfigA VtMgHost startType=2", "ChangeServiceConfigA VtMgServ startType=2",
+        "ChangeServiceConfigA VtMgHost dependencies=VtMgServ/VtMgStor/SNMP/"};
+    EXPECT_EQ(m_log.CallsOf({"ChangeServiceConfigA"}), expected);
 }
 
 TEST_F(SetCommand, SwitchesRemoteRebootOffWithSets)
