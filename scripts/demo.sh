@@ -77,6 +77,7 @@ start_machine() {
 
 stop_machine() {
   wineserver -k >/dev/null 2>&1 || true
+  unset KEPT_WINE
 }
 
 # receive_traps: shows the traps that the machine sends, where Debian's receiver of traps is installed. The caller ends

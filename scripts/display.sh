@@ -5,19 +5,30 @@ has_display() {
   [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1
 }
 
-# start_xvfb: a display of our own, on a number that is free. The caller ends it with stop_xvfb.
+# start_xvfb: a display of our own, on a number that is free. The caller ends it with stop_xvfb. File 8 is the lock of who
+# uses the display, if any.
 start_xvfb() {
   local number output
-  exec {output}< <(exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null)
+  mkdir -p "$ROOT/build"
+  XVFB_WORDS=$(mktemp "$ROOT/build/xvfb.XXXXXX")
+  exec {output}< <(exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>"$XVFB_WORDS" 8>&-)
   XVFB_PID=$!
-  read -r -t 30 number <&"$output" || fail "Xvfb did not start."
+  read -r -t 120 number <&"$output" || fail_without_xvfb
   exec {output}<&-
   export DISPLAY=":$number"
 }
 
+fail_without_xvfb() {
+  local words
+  words=$(cat "$XVFB_WORDS")
+  stop_xvfb
+  fail "the display that windows are to appear on did not start. Xvfb says:"$'\n'"$words"
+}
+
 stop_xvfb() {
   [ -z "${XVFB_PID:-}" ] || kill "$XVFB_PID" 2>/dev/null || true
-  XVFB_PID=
+  [ -z "${XVFB_WORDS:-}" ] || rm -f "$XVFB_WORDS"
+  XVFB_PID='' XVFB_WORDS=''
 }
 
 # picture FILE GEOMETRY: saves a part of the screen (WIDTHxHEIGHT+X+Y) once it has stopped changing: programs

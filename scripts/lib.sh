@@ -16,6 +16,22 @@ fail() {
   exit 1
 }
 
+# quietly SENTENCE COMMAND...: the output of the command shows only when it fails, below the sentence that ends the script then.
+# It goes to a file: what Wine leaves running would keep a pipe open.
+quietly() {
+  local sentence=$1 words
+  shift
+  mkdir -p "$ROOT/build"
+  words=$(mktemp "$ROOT/build/words.XXXXXX")
+  if "$@" >"$words" 2>&1; then
+    rm "$words"
+  else
+    sentence+=$'\n'$(tail -n 20 "$words")
+    rm "$words"
+    fail "$sentence"
+  fi
+}
+
 # make_prefix: makes the Wine prefix in WINEPREFIX, unless it is there; only one caller makes it, others wait.
 make_prefix() {
   [ ! -e "$WINEPREFIX/.ready" ] || return 0
@@ -29,7 +45,7 @@ make_prefix() {
 # The server that these commands start must not inherit the lock, or it would hold it for as long as it lives.
 fill_prefix() {
   mkdir -p "$WINEPREFIX"
-  wineboot -i >/dev/null 2>&1 9>&- || fail "Wine could not make its prefix in $WINEPREFIX; try 'wineboot -i' by hand."
+  quietly "Wine could not make its prefix in $WINEPREFIX. wineboot says:" wineboot -i 9>&-
   give_fonts 9>&-
   use_virtual_desktop 9>&-
   wineserver -w 9>&-
@@ -46,11 +62,13 @@ give_fonts() {
 # keep_wine: Wine stays up from one program to the next, until `wineserver -k`. Its services are started here, away
 # from anybody's output: they would hold on to that of the first program, and who reads it would never see its end.
 keep_wine() {
+  [ "${KEPT_WINE:-}" != "$WINEPREFIX" ] || return 0
   make_prefix
   # The server of a program that has just ended goes after some seconds.
   wineserver -p || { timeout 10 wineserver -w && wineserver -p; } ||
     fail "Wine is in use in $WINEPREFIX. Close the program there, or end all with 'WINEPREFIX=$WINEPREFIX wineserver -k'."
-  wine wineboot >/dev/null 2>&1
+  quietly "Wine does not start in $WINEPREFIX. It says:" wine wineboot
+  export KEPT_WINE=$WINEPREFIX
 }
 
 # use_virtual_desktop: of the size SCREEN. On a bare X server each closing dialog would wait for a window manager that is

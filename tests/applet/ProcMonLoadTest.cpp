@@ -275,7 +275,7 @@ TEST_F(ProcMonHostUtility, ListsThisVeryProgram)
 {
     m_host.Open();
     const Rows items = m_host.Page("Process Monitor").Items(IDC_PROCMON_LIST);
-    EXPECT_EQ(std::count(items.begin(), items.end(), "applet_test.exe\tNone"), 1);
+    EXPECT_EQ(std::count(items.begin(), items.end(), "applet_process_monitor_test.exe\tNone"), 1);
     EXPECT_EQ(GetModuleHandleA("vthstutl.dll"), nullptr);
     m_host.PressCancel();
 }

@@ -2,7 +2,6 @@
 #include "support/Watchdog.h"
 
 #include <gtest/gtest.h>
-#include <windows.h>
 
 namespace {
 
@@ -10,7 +9,8 @@ using namespace std::chrono_literals;
 
 void HangUnderWatch()
 {
-    const support::Watchdog watchdog("Sheet.NeverEnds", 10ms);
+    support::Watchdog watchdog(10ms);
+    watchdog.Begin("Sheet.NeverEnds");
     WaitForSingleObject(GetCurrentProcess(), INFINITE);
 }
 
@@ -22,7 +22,17 @@ TEST(Watchdog, EndsTheProgramOfATestThatHangs)
 
 TEST(Watchdog, LeavesATestAloneThatEndsInTime)
 {
-    const support::Watchdog watchdog("Sheet.Ends", 1h);
+    support::Watchdog watchdog(1h);
+    watchdog.Begin("Sheet.Ends");
+    Sleep(20);
+}
+
+TEST(Watchdog, LeavesAProgramAloneBetweenTests)
+{
+    support::Watchdog watchdog(10ms);
+    watchdog.Begin("Sheet.Ends");
+    watchdog.End();
+    Sleep(100);
 }
 
 } // namespace
