@@ -13,6 +13,9 @@
 inline constexpr char restartQuestion[] = "The Management Agents configuration has been changed.\n\n"
                                           "Would you like to restart the Management Agents now?";
 
+inline constexpr char accessDenied[] =
+    "You do not have access to change the configuration of the Management Agents.";
+
 // The applet, loaded and initialised, with somebody to answer its message boxes.
 class AppletTest : public testing::Test
 {

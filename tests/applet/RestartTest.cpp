@@ -47,8 +47,6 @@ class Restart : public AppletTest
 
 constexpr char startQuestion[] = "The Management Agents configuration has been changed.\n\n"
                                  "Would you like to start the Management Agents now?";
-constexpr char accessDenied[] =
-    "You do not have access to change the configuration of the Management Agents.";
 
 TEST_F(Restart, IsOfferedAfterAChangeAndDoneOnYes)
 {

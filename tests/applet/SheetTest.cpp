@@ -15,8 +15,6 @@ using support::ExpectDword;
 constexpr int applyButton = 0x3021;
 constexpr int tabControl = 0x3020;
 
-constexpr char accessDenied[] =
-    "You do not have access to change the configuration of the Management Agents.";
 constexpr char errorCaption[] = "Management Agents Error";
 
 support::ShownBox RefusalBox()

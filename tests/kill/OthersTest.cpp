@@ -11,7 +11,7 @@ namespace {
 
 using namespace sweep;
 
-constexpr std::size_t sampleSize = 2; // calls of each operation
+constexpr std::size_t encounterSampleSize = 2; // calls of each operation
 
 // Who comes at each call of an operation.
 struct Encounter
@@ -79,8 +79,8 @@ class Others : public testing::TestWithParam<Encounter>
         if (IsThorough())
             return all;
         std::vector<std::size_t> sample;
-        for (std::size_t i = 1; i <= sampleSize; ++i)
-            sample.push_back(all[all.size() * i / (sampleSize + 1)]);
+        for (std::size_t i = 1; i <= encounterSampleSize; ++i)
+            sample.push_back(all[all.size() * i / (encounterSampleSize + 1)]);
         return sample;
     }
 
@@ -147,13 +147,13 @@ TEST_P(Others, LoseWhatTheLastWriterOverwroteAndNoMore)
                 Steps().size());
 }
 
-std::string NameOf(const testing::TestParamInfo<Encounter>& info)
+std::string NameOfEncounter(const testing::TestParamInfo<Encounter>& info)
 {
     std::string name = testing::PrintToString(info.param);
     std::erase(name, ' ');
     return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Encounters, Others, testing::ValuesIn(Encounters()), NameOf);
+INSTANTIATE_TEST_SUITE_P(Encounters, Others, testing::ValuesIn(Encounters()), NameOfEncounter);
 
 } // namespace

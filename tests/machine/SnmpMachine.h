@@ -11,6 +11,9 @@
 #include <string>
 #include <vector>
 
+inline constexpr char trapDebugger[] = "vtndbg -p %ld -e %ld -g";
+inline constexpr char otherDebugger[] = "drwtsn32 -p %ld -e %ld -g";
+
 // Starts with the keys of a server with all agents and without any value; puts everything back at the end.
 struct SnmpMachine
 {

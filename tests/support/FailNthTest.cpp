@@ -1,10 +1,13 @@
 // The failing of one call, on this program's own calls.
 #include "support/FailNth.h"
+#include "support/ThisProgram.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 namespace {
+
+using support::thisProgram;
 
 using support::FailNth;
 
@@ -23,8 +26,7 @@ const char absent[] = "no such name";
 
 TEST(FailNth, FailsTheChosenCallOnly)
 {
-    const FailNth<"DeleteFileA", decltype(DeleteFileA)> fail(GetModuleHandleA(nullptr), 2, FALSE,
-                                                             ERROR_DISK_FULL);
+    const FailNth<"DeleteFileA", decltype(DeleteFileA)> fail(thisProgram, 2, FALSE, ERROR_DISK_FULL);
     RemoveFile(&absent[0]);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
     EXPECT_FALSE(RemoveFile(&absent[0]));
@@ -36,9 +38,8 @@ TEST(FailNth, FailsTheChosenCallOnly)
 
 TEST(FailNth, FailsFunctionsOfOneShapeSideBySide)
 {
-    const HMODULE self = GetModuleHandleA(nullptr);
-    const FailNth<"DeleteFileA", decltype(DeleteFileA)> file(self, 1, FALSE, ERROR_DISK_FULL);
-    const FailNth<"RemoveDirectoryA", decltype(RemoveDirectoryA)> directory(self, 1, FALSE,
+    const FailNth<"DeleteFileA", decltype(DeleteFileA)> file(thisProgram, 1, FALSE, ERROR_DISK_FULL);
+    const FailNth<"RemoveDirectoryA", decltype(RemoveDirectoryA)> directory(thisProgram, 1, FALSE,
                                                                             ERROR_SHARING_VIOLATION);
     RemoveFile(&absent[0]);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_DISK_FULL});
@@ -49,16 +50,14 @@ TEST(FailNth, FailsFunctionsOfOneShapeSideBySide)
 TEST(FailNth, FailsTheTestWhenTheCallIsNeverMade)
 {
     const auto neverCalled = [] {
-        const FailNth<"DeleteFileA", decltype(DeleteFileA)> fail(GetModuleHandleA(nullptr), 1, FALSE);
+        const FailNth<"DeleteFileA", decltype(DeleteFileA)> fail(thisProgram, 1, FALSE);
     };
     EXPECT_NONFATAL_FAILURE(neverCalled(), "DeleteFileA was called 0 times");
 }
 
 TEST(FailNth, RefusesAFunctionThatIsNotImported)
 {
-    const auto failNothing = [] {
-        const FailNth<"NoSuchFunction", BOOL()> fail(GetModuleHandleA(nullptr), 1, FALSE);
-    };
+    const auto failNothing = [] { const FailNth<"NoSuchFunction", BOOL()> fail(thisProgram, 1, FALSE); };
     EXPECT_THROW(failNothing(), std::runtime_error);
 }
 

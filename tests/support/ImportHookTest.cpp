@@ -1,32 +1,35 @@
 // The import-table hook itself, on this program's own imports.
 #include "imports/ImportHook.h"
+#include "support/ThisProgram.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
+using support::thisProgram;
+
 // The compiler takes an import table's entries for constants, so a function that hooks an import may not call
 // it itself.
-[[gnu::noinline]] DWORD Ticks()
+[[gnu::noinline]] DWORD TickCount()
 {
     return GetTickCount();
 }
 
 TEST(ImportHook, AnswersTheCallAndGivesTheOriginalBack)
 {
-    const DWORD before = Ticks();
+    const DWORD before = TickCount();
     {
         auto hook = support::HookImport<decltype(GetTickCount)>(
-            GetModuleHandleA(nullptr), "GetTickCount", [](auto original) { return original() & 0U; });
-        EXPECT_EQ(Ticks(), 0U);
+            thisProgram, "GetTickCount", [](auto original) { return original() & 0U; });
+        EXPECT_EQ(TickCount(), 0U);
     }
-    EXPECT_GE(Ticks(), before);
+    EXPECT_GE(TickCount(), before);
 }
 
 TEST(ImportHook, RefusesAFunctionThatIsNotImported)
 {
     const auto hookNothing = [] {
-        auto hook = support::HookImport<BOOL()>(GetModuleHandleA(nullptr), "NoSuchFunction",
+        auto hook = support::HookImport<BOOL()>(thisProgram, "NoSuchFunction",
                                                 [](auto original) { return original(); });
     };
     EXPECT_THROW(hookNothing(), std::runtime_error);
@@ -35,7 +38,7 @@ TEST(ImportHook, RefusesAFunctionThatIsNotImported)
 TEST(ImportHook, RefusesALambdaExpressionThatIsActive)
 {
     const auto hook = [](const char* function) {
-        return support::HookImport<decltype(GetTickCount)>(GetModuleHandleA(nullptr), function,
+        return support::HookImport<decltype(GetTickCount)>(thisProgram, function,
                                                            [](auto original) { return original(); });
     };
     auto first = hook("GetTickCount");
@@ -44,21 +47,21 @@ TEST(ImportHook, RefusesALambdaExpressionThatIsActive)
 
 TEST(ReplacedImport, LeavesAModuleWithoutTheImport)
 {
-    const support::ReplacedImport none(GetModuleHandleA(nullptr), "NoSuchFunction", &Ticks);
+    const support::ReplacedImport none(thisProgram, "NoSuchFunction", &TickCount);
     EXPECT_FALSE(none.IsImported());
     EXPECT_EQ(none.Original<DWORD()>(), nullptr);
 }
 
 TEST(ImportHook, NestedHooksOnOneImportEndInReverseOrder)
 {
-    const HMODULE self = GetModuleHandleA(nullptr);
-    auto outer = support::HookImport<decltype(GetTickCount)>(self, "GetTickCount", [](auto) { return 1UL; });
+    auto outer =
+        support::HookImport<decltype(GetTickCount)>(thisProgram, "GetTickCount", [](auto) { return 1UL; });
     {
         auto inner = support::HookImport<decltype(GetTickCount)>(
-            self, "GetTickCount", [](auto original) { return original() + 1; });
-        EXPECT_EQ(Ticks(), 2U);
+            thisProgram, "GetTickCount", [](auto original) { return original() + 1; });
+        EXPECT_EQ(TickCount(), 2U);
     }
-    EXPECT_EQ(Ticks(), 1U);
+    EXPECT_EQ(TickCount(), 1U);
 }
 
 } // namespace

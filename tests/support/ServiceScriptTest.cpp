@@ -219,7 +219,7 @@ TEST_F(ServiceScriptTest, ChangesTheConfiguration)
     EXPECT_EQ(m_script.Calls().back(), "ChangeServiceConfigA A startType=4 dependencies=B/C/");
 }
 
-[[gnu::noinline]] void Rest(DWORD milliseconds)
+[[gnu::noinline]] void Pause(DWORD milliseconds)
 {
     Sleep(milliseconds);
 }
@@ -232,7 +232,7 @@ TEST(ServiceScriptLog, ListsAllCallsInTheirOrderBesideTheSleeps)
     script.Add("A", {});
     const SC_HANDLE service = Open("A", SERVICE_START | SERVICE_QUERY_STATUS);
     Start(service);
-    Rest(1000);
+    Pause(1000);
     Query(service);
     Close(service);
     EXPECT_EQ(log.Calls(),

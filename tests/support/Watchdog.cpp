@@ -14,10 +14,10 @@ namespace {
 
 constexpr UINT hangCode = 3;
 
-class Listener : public testing::EmptyTestEventListener
+class WatchingListener : public testing::EmptyTestEventListener
 {
   public:
-    explicit Listener(std::chrono::milliseconds limit) : m_watchdog(limit) {}
+    explicit WatchingListener(std::chrono::milliseconds limit) : m_watchdog(limit) {}
 
   private:
     void OnTestStart(const testing::TestInfo& test) override
@@ -90,7 +90,8 @@ void WatchTests()
 {
     const auto limit =
         std::getenv("VTN_THOROUGH") == nullptr ? std::chrono::minutes(10) : std::chrono::hours(3);
-    testing::UnitTest::GetInstance()->listeners().Append(new Listener(limit)); // which owns it from now on
+    testing::UnitTest::GetInstance()->listeners().Append(
+        new WatchingListener(limit)); // which owns it from now on
 }
 
 } // namespace support

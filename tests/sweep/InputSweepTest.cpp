@@ -16,8 +16,8 @@ namespace {
 using namespace sweep;
 using Input = support::StoredInput;
 
-constexpr std::size_t sampleSize = 1;  // inputs of each value
-constexpr std::size_t shareInputs = 4; // of the list of shares
+constexpr std::size_t inputSampleSize = 1; // inputs of each value
+constexpr std::size_t shareInputs = 4;     // of the list of shares
 
 #define VTN_SERVICES "SYSTEM\\CurrentControlSet\\Services\\"
 
@@ -73,15 +73,15 @@ constexpr StoredSetting settings[] = {
 };
 // clang-format on
 
-std::vector<Input> Sampled(const std::vector<Input>& inputs, std::size_t number)
+std::vector<Input> SampledInputs(const std::vector<Input>& inputs, std::size_t number)
 {
     if (std::getenv("VTN_THOROUGH") != nullptr)
         return inputs;
     // Other inputs for each value: a stride that has no factor in common with their count.
     constexpr std::size_t stride = 37;
     std::vector<Input> sample;
-    for (std::size_t i = 0; i < sampleSize; ++i)
-        sample.push_back(inputs[(number * sampleSize + i) * stride % inputs.size()]);
+    for (std::size_t i = 0; i < inputSampleSize; ++i)
+        sample.push_back(inputs[(number * inputSampleSize + i) * stride % inputs.size()]);
     return sample;
 }
 
@@ -245,7 +245,7 @@ TEST_F(InputSweep, OpensWithUnusableValuesAsIfAbsent)
     std::size_t tried = 0;
     for (const StoredSetting& setting : settings) {
         const std::string absent = Show(setting, nullptr);
-        for (const Input& input : Sampled(support::StoredInputs(setting.size), number)) {
+        for (const Input& input : SampledInputs(support::StoredInputs(setting.size), number)) {
             SCOPED_TRACE(testing::Message() << setting.key << ", " << setting.value << ": " << input);
             const std::string look = Show(setting, &input);
             if (!IsOfUse(setting, input)) {
@@ -266,7 +266,7 @@ TEST_F(InputSweep, AddsTheShareToAnyList)
 {
     std::size_t tried = 0;
     for (std::size_t number = 0; number < shareInputs; ++number) {
-        for (const Input& input : Sampled(support::StoredInputs(20), number)) {
+        for (const Input& input : SampledInputs(support::StoredInputs(20), number)) {
             SCOPED_TRACE(testing::Message() << "NullSessionShares: " << input);
             std::vector<std::string> expected = {"VTNDATA"};
             const support::Bytes bytes = support::BytesOf(input);

@@ -14,7 +14,7 @@ namespace {
 
 using namespace sweep;
 
-constexpr std::size_t sampleSize = 1; // allocations of each operation
+constexpr std::size_t allocationSampleSize = 1; // allocations of each operation
 
 class MemorySweep : public testing::TestWithParam<Operation>
 {
@@ -34,7 +34,7 @@ class MemorySweep : public testing::TestWithParam<Operation>
         ASSERT_EQ(reference.thrown, "");
         std::vector<std::size_t> numbers(reference.allocations);
         std::iota(numbers.begin(), numbers.end(), std::size_t{1});
-        const std::vector<std::size_t> sample = Sampled(numbers, sampleSize);
+        const std::vector<std::size_t> sample = Sampled(numbers, allocationSampleSize);
         for (const std::size_t number : sample) {
             SCOPED_TRACE(std::string(operation.name) + ", allocation " + std::to_string(number));
             Check(reference, Perform(*s_subject, operation, {.allocation = number}));

@@ -6,6 +6,7 @@
 #include "resources/resource.h"
 #include "support/HelpRecorder.h"
 #include "support/TestRegistry.h"
+#include "support/ThisProgram.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 using Names = std::vector<std::string>;
 
@@ -101,7 +102,7 @@ class SheetAssembly : public testing::Test
 template <typename Action>
 auto WithCommandLine(std::string commandLine, Action action)
 {
-    auto hook = support::HookImport<decltype(GetCommandLineA)>(self, "GetCommandLineA",
+    auto hook = support::HookImport<decltype(GetCommandLineA)>(thisProgram, "GetCommandLineA",
                                                                [&](auto) { return commandLine.data(); });
     return action();
 }
@@ -116,12 +117,12 @@ DWORD WINAPI AnswerBoardCall(BoardData* data)
 template <typename Action>
 auto WithBoard(Action action)
 {
-    auto load =
-        support::HookImport<decltype(LoadLibraryA)>(self, "LoadLibraryA", [](auto original, LPCSTR name) {
+    auto load = support::HookImport<decltype(LoadLibraryA)>(
+        thisProgram, "LoadLibraryA", [](auto original, LPCSTR name) {
             return original(std::strstr(name, "RB4USER.DLL") != nullptr ? "kernel32.dll" : name);
         });
     auto find = support::HookImport<decltype(GetProcAddress)>(
-        self, "GetProcAddress", [](auto original, HMODULE library, LPCSTR name) {
+        thisProgram, "GetProcAddress", [](auto original, HMODULE library, LPCSTR name) {
             const bool isBoard = !IS_INTRESOURCE(name) && std::strcmp(name, "Rb4CpReadData") == 0;
             return isBoard ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&AnswerBoardCall))
                            : original(library, name);
@@ -207,7 +208,7 @@ TEST_F(SheetAssembly, TheSetupSwitchHidesProcessMonitor)
 TEST_F(SheetAssembly, ABoardLibraryWithoutEntryHidesThePage)
 {
     auto load = support::HookImport<decltype(LoadLibraryA)>(
-        self, "LoadLibraryA", [](auto original, LPCSTR) { return original("kernel32.dll"); });
+        thisProgram, "LoadLibraryA", [](auto original, LPCSTR) { return original("kernel32.dll"); });
     EXPECT_EQ(Tabs().size(), 4U);
 }
 
@@ -290,7 +291,7 @@ class SheetHelp : public SheetAssembly
     // The library is looked for once per program, so one recorder serves all tests.
     static support::HelpRecorder& Recorder()
     {
-        static support::HelpRecorder recorder(self);
+        static support::HelpRecorder recorder(thisProgram);
         return recorder;
     }
 

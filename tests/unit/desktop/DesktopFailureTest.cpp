@@ -3,10 +3,11 @@
 #include "DesktopSaveTest.h"
 
 #include "support/FailNth.h"
+#include "support/ThisProgram.h"
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 using FailComputerName = support::FailNth<"GetComputerNameA", decltype(GetComputerNameA)>;
 using FailProfile = support::FailNth<"WritePrivateProfileStringA", decltype(WritePrivateProfileStringA)>;
@@ -71,13 +72,14 @@ TEST_F(DesktopManagementFailure, OfTheScriptStopsEverythingElse)
 
 TEST_F(DesktopManagementFailure, OfTheComputersNameKeepsTheScript)
 {
-    const FailComputerName fail(self, 1, FALSE, ERROR_NOT_ENOUGH_MEMORY);
+    const FailComputerName fail(thisProgram, 1, FALSE, ERROR_NOT_ENOUGH_MEMORY);
     ExpectStops(true, IDS_SCRIPT_UPDATE_FAILED, 0);
 }
 
 TEST_F(DesktopManagementFailure, OfTheRecordKeepsTheScript)
 {
-    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(self, 1, ERROR_ACCESS_DENIED);
+    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(thisProgram, 1,
+                                                                              ERROR_ACCESS_DENIED);
     ExpectStops(true, IDS_ACCESS_DENIED, 1);
 }
 
@@ -102,13 +104,14 @@ TEST_F(DesktopManagementFailure, OfTheShareKeepsTheClient)
 
 TEST_F(DesktopManagementFailure, OfTheProfileKeepsTheShare)
 {
-    const FailProfile fail(self, 1, FALSE, ERROR_ACCESS_DENIED);
+    const FailProfile fail(thisProgram, 1, FALSE, ERROR_ACCESS_DENIED);
     ExpectStops(true, IDS_CLIENT_PROFILE_FAILED, 4);
 }
 
 TEST_F(DesktopManagementFailure, OfTheNullSessionSharesKeepsEverythingBefore)
 {
-    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(self, 2, ERROR_ACCESS_DENIED);
+    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(thisProgram, 2,
+                                                                              ERROR_ACCESS_DENIED);
     ExpectStops(true, IDS_ACCESS_DENIED, 5);
 }
 
@@ -170,7 +173,8 @@ TEST_F(DesktopManagementFailure, OfDeletingTheShareKeepsTheProfile)
 TEST_F(DesktopManagementFailure, OfClosingTheShareToAnonymousComesLast)
 {
     SwitchOn();
-    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(self, 1, ERROR_ACCESS_DENIED);
+    const support::FailNth<"RegSetValueExA", decltype(RegSetValueExA)> refuse(thisProgram, 1,
+                                                                              ERROR_ACCESS_DENIED);
     ExpectStops(false, IDS_ACCESS_DENIED, 5);
 }
 

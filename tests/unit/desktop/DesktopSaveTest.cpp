@@ -2,6 +2,7 @@
 #include "DesktopSaveTest.h"
 
 #include "support/FailNth.h"
+#include "support/ThisProgram.h"
 
 #include <array>
 
@@ -14,7 +15,7 @@ using support::FileExists;
 using support::ReadBytes;
 using support::WriteBytes;
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 TEST_F(DesktopManagementSave, NothingChangedWritesNothing)
 {
@@ -189,14 +190,15 @@ TEST_F(DesktopManagementSave, SwitchingOffWithoutAListMakesAnEmptyOne)
 TEST_F(DesktopManagementSave, SwitchingOffPassesOverAnUnwritableProfile)
 {
     const support::FailNth<"WritePrivateProfileStringA", decltype(WritePrivateProfileStringA)> fail(
-        self, 1, FALSE, ERROR_ACCESS_DENIED);
+        thisProgram, 1, FALSE, ERROR_ACCESS_DENIED);
     SwitchOff();
     ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
 }
 
 TEST_F(DesktopManagementSave, SwitchingOffPassesOverAnUndeletableRecord)
 {
-    const support::FailNth<"RegDeleteValueA", decltype(RegDeleteValueA)> fail(self, 1, ERROR_ACCESS_DENIED);
+    const support::FailNth<"RegDeleteValueA", decltype(RegDeleteValueA)> fail(thisProgram, 1,
+                                                                              ERROR_ACCESS_DENIED);
     SwitchOff();
 }
 

@@ -3,6 +3,7 @@
 
 #include "support/FailingAllocations.h"
 #include "support/FailNth.h"
+#include "support/ThisProgram.h"
 
 #include <new>
 
@@ -11,7 +12,7 @@ namespace {
 using support::ExpectMultiString;
 using support::StoredValue;
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 // --- paths at the edge of what fits; the calls that might refuse them for reasons of their own succeed
 
@@ -38,8 +39,8 @@ class DesktopManagementPath : public DesktopManagementSave
 
     static inline std::string s_source;
     static inline std::string s_profile;
-    support::ReplacedImport m_copy{self, "CopyFileA", &Copy};
-    support::ReplacedImport m_writeProfile{self, "WritePrivateProfileStringA", &WriteProfile};
+    support::ReplacedImport m_copy{thisProgram, "CopyFileA", &Copy};
+    support::ReplacedImport m_writeProfile{thisProgram, "WritePrivateProfileStringA", &WriteProfile};
 };
 
 TEST_F(DesktopManagementPath, OfTheAgentsMayHave259Characters)
@@ -151,7 +152,8 @@ TEST_F(NullSessionShares, StayWithoutMemoryToDropOne)
 TEST_F(NullSessionShares, StayWhenTheirSizeIsUnknown)
 {
     for (const Step step : {&OpenShareToAnonymous, &CloseShareToAnonymous}) {
-        const support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)> fail(self, 1, ERROR_MORE_DATA);
+        const support::FailNth<"RegQueryValueExA", decltype(RegQueryValueExA)> fail(thisProgram, 1,
+                                                                                    ERROR_MORE_DATA);
         EXPECT_THROW(step(), ConfigurationError);
         ExpectMultiString(m_server, "NullSessionShares", {"COMCFG", "DFS$"});
     }

@@ -5,13 +5,14 @@
 #include "imports/ImportHook.h"
 #include "ScriptTexts.h"
 #include "support/TestDirectory.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 // Lets a number of calls pass; from then on nothing reaches the disk.
 class ProcessEnd
@@ -38,9 +39,10 @@ class ProcessEnd
 
 // A macro, since each hook needs a lambda expression of its own.
 #define END_BEFORE(end, function, failure)                                                                   \
-    support::HookImport<decltype(function)>(self, #function, [&end](auto original, auto... arguments) {      \
-        return end.IsBefore() ? decltype(original(arguments...))(failure) : original(arguments...);          \
-    })
+    support::HookImport<decltype(function)>(                                                                 \
+        thisProgram, #function, [&end](auto original, auto... arguments) {                                   \
+            return end.IsBefore() ? decltype(original(arguments...))(failure) : original(arguments...);      \
+        })
 
 // Updates the script and ends after so many calls that reach the file.
 void UpdateUpTo(ProcessEnd& end, const std::string& path, bool isOn)

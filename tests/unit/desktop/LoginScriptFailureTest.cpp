@@ -6,6 +6,7 @@
 #include "support/FakeClock.h"
 #include "support/SystemFunction.h"
 #include "support/TestDirectory.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,7 @@ using support::ReadBytes;
 using support::WriteBytes;
 using Script = std::optional<std::string>; // nothing: there is no such file
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 using FailOpen = support::FailNth<"CreateFileA", decltype(CreateFileA)>;
 using FailWrite = support::FailNth<"WriteFile", decltype(WriteFile)>;
@@ -94,7 +95,7 @@ TEST_F(LoginScriptFailure, OfAReadOnlyScriptChangesNothing)
 {
     WriteBytes(m_path, block + house);
     SetFileAttributesA(m_path.c_str(), FILE_ATTRIBUTE_READONLY);
-    const support::ReplacedImport open(self, "CreateFileA", &OpenAsWindowsDoes);
+    const support::ReplacedImport open(thisProgram, "CreateFileA", &OpenAsWindowsDoes);
     ExpectLeftAlone();
     EXPECT_NE(GetFileAttributesA(m_path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
 }
@@ -162,7 +163,7 @@ TEST_F(LoginScriptFailure, OfAnyOpeningKeepsTheSavedScript)
     const Script left[] = {block + house, std::nullopt, house, std::nullopt};
     for (int opening = 1; opening <= 4; ++opening) {
         WriteBytes(m_path, block + house);
-        const FailOpen fail(self, opening, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+        const FailOpen fail(thisProgram, opening, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
         ExpectUpdateFails(true);
         EXPECT_EQ(fail.Calls(), opening);
         EXPECT_EQ(ReadBytes(m_path), left[opening - 1]) << opening;
@@ -173,7 +174,7 @@ TEST_F(LoginScriptFailure, OfAWriteIsReported)
 {
     for (const int write : {1, 2}) {
         WriteBytes(m_path, house);
-        const FailWrite fail(self, write, FALSE, ERROR_DISK_FULL);
+        const FailWrite fail(thisProgram, write, FALSE, ERROR_DISK_FULL);
         ExpectUpdateFails(true);
         EXPECT_FALSE(FileExists(m_path));
     }
@@ -208,8 +209,8 @@ class LockedMeanwhile : public LoginScriptFailure
     static inline bool s_hasHeld = false;
     static inline DWORD s_share = 0;
     static inline std::optional<Holder> s_holder;
-    support::FakeClock m_clock{self};
-    support::ReplacedImport m_open{self, "CreateFileA", &OpenBehindAnother};
+    support::FakeClock m_clock{thisProgram};
+    support::ReplacedImport m_open{thisProgram, "CreateFileA", &OpenBehindAnother};
 };
 
 TEST_F(LockedMeanwhile, TheScriptStaysAsItWas)
@@ -246,7 +247,7 @@ TEST_F(LoginScriptFailure, OfAnInsertionIsRepairedByTheNextUpdate)
     for (int insertion = 0; insertion < 3; ++insertion) {
         WriteBytes(m_path, house);
         {
-            const FailLine fail(self, linesRead + insertion + 1, nullptr);
+            const FailLine fail(thisProgram, linesRead + insertion + 1, nullptr);
             UpdateLoginScript(m_path, "SRV1", true);
         }
         EXPECT_EQ(ReadBytes(m_path), partial[insertion]);
@@ -258,7 +259,7 @@ TEST_F(LoginScriptFailure, OfAnInsertionIsRepairedByTheNextUpdate)
 TEST_F(LoginScriptFailure, OfTheFirstInsertionIntoNoScriptLeavesNone)
 {
     {
-        const FailLine fail(self, 3, nullptr); // behind two lists' ends
+        const FailLine fail(thisProgram, 3, nullptr); // behind two lists' ends
         UpdateLoginScript(m_path, "SRV1", true);
     }
     EXPECT_FALSE(FileExists(m_path));

@@ -6,6 +6,7 @@
 #include "support/ServiceScript.h"
 #include "support/ShareScript.h"
 #include "support/TestRegistry.h"
+#include "support/ThisProgram.h"
 
 #include <gtest/gtest.h>
 
@@ -13,13 +14,13 @@ namespace {
 
 using States = std::vector<DWORD>;
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 // The NETLOGON share of a domain controller that runs this version of Windows.
 class ScriptDirectory : public testing::Test
 {
   protected:
-    support::ShareScript m_shares{self};
+    support::ShareScript m_shares{thisProgram};
 };
 
 TEST_F(ScriptDirectory, IsThatOfTheNetLogonShare)
@@ -54,7 +55,7 @@ TEST_F(ScriptDirectory, IsEmptyWhenItDoesNotFitAPath)
 TEST_F(ScriptDirectory, IsThatOfTheShareWithoutAVersion)
 {
     m_shares.Add("NETLOGON", {.path = "C:\\scripts"});
-    const support::FailNth<"GetVersionExA", decltype(GetVersionExA)> fail(self, 1, FALSE);
+    const support::FailNth<"GetVersionExA", decltype(GetVersionExA)> fail(thisProgram, 1, FALSE);
     EXPECT_EQ(FindScriptDirectory(), "C:\\scripts");
 }
 
@@ -86,8 +87,8 @@ class OldScriptDirectory : public ScriptDirectory
         m_services.Add("Replicator", {.states = {support::ServiceState(state)}});
     }
 
-    support::ReplacedImport m_version{self, "GetVersionExA", &AnswerVersion4};
-    support::ServiceScript m_services{self};
+    support::ReplacedImport m_version{thisProgram, "GetVersionExA", &AnswerVersion4};
+    support::ServiceScript m_services{thisProgram};
     support::SavedKey m_replicator{"System\\CurrentControlSet\\Services\\Replicator\\Parameters"};
     support::SavedKey m_netLogon{"System\\CurrentControlSet\\Services\\NetLogon\\Parameters"};
 };
@@ -190,7 +191,7 @@ TEST_F(OldScriptDirectory, IsEmptyWhenEitherKeyIsRefused)
 {
     m_netLogon.SetString("Scripts", "C:\\Scripts");
     m_replicator.SetString("ExportPath", "C:\\Export");
-    const support::ReplacedImport refuse(self, "RegOpenKeyA", &RefuseKey);
+    const support::ReplacedImport refuse(thisProgram, "RegOpenKeyA", &RefuseKey);
     EXPECT_EQ(FindScriptDirectory(), "");
     StartReplicator();
     EXPECT_EQ(FindScriptDirectory(), "");
@@ -199,7 +200,7 @@ TEST_F(OldScriptDirectory, IsEmptyWhenEitherKeyIsRefused)
 TEST_F(OldScriptDirectory, IsReadWithVariablesAfterARefusedReadWithout)
 {
     m_netLogon.SetExpandString("Scripts", "C:\\Scripts");
-    const support::FailNth<"RegOpenKeyA", decltype(RegOpenKeyA)> refuse(self, 1, ERROR_ACCESS_DENIED);
+    const support::FailNth<"RegOpenKeyA", decltype(RegOpenKeyA)> refuse(thisProgram, 1, ERROR_ACCESS_DENIED);
     EXPECT_EQ(FindScriptDirectory(), "C:\\Scripts");
 }
 
@@ -216,7 +217,7 @@ TEST(DirectoryOf, EndsBeforeTheLastBackslash)
 
 TEST(DirectoryOf, TakesNoSecondByteForABackslash)
 {
-    const support::CodePage932 japanese(self);
+    const support::CodePage932 japanese(thisProgram);
     EXPECT_EQ(DirectoryOf("C:\\\x83\x5C\\\x83\x5C.BAT"), "C:\\\x83\x5C");
     EXPECT_EQ(DirectoryOf("\x83\x5C"), "");
 }

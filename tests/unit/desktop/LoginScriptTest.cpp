@@ -4,6 +4,7 @@
 #include "ScriptTexts.h"
 #include "support/FailNth.h"
 #include "support/TestDirectory.h"
+#include "support/ThisProgram.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@ using support::FileExists;
 using support::ReadBytes;
 using support::WriteBytes;
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 using FailOpen = support::FailNth<"CreateFileA", decltype(CreateFileA)>;
 
@@ -123,7 +124,7 @@ TEST_F(LoginScriptUse, RefusesAMissingDirectory)
 
 TEST_F(LoginScriptUse, RefusesADirectoryThatTakesNoFiles)
 {
-    const FailOpen deny(self, 1, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    const FailOpen deny(thisProgram, 1, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
     EXPECT_FALSE(IsUsableLoginScript(m_path));
 }
 

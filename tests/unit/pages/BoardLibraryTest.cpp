@@ -3,6 +3,7 @@
 
 #include "machine/BoardScript.h"
 #include "support/FakeClock.h"
+#include "support/ThisProgram.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@ namespace {
 
 using support::boardLibrary;
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 constexpr DWORD notReady = ERROR_NOT_READY;
 
@@ -24,9 +25,9 @@ class Board : public testing::Test
 
     DWORD Reset() { return ResetBoard(m_data); }
 
-    support::LibraryScript m_libraries{self};
+    support::LibraryScript m_libraries{thisProgram};
     support::BoardScript m_board{m_libraries};
-    support::FakeClock m_clock{self};
+    support::FakeClock m_clock{thisProgram};
     BoardData m_data{};
 };
 

@@ -4,6 +4,7 @@
 #include "imports/ImportHook.h"
 #include "machine/TaskListScript.h"
 #include "support/CodePage932.h"
+#include "support/ThisProgram.h"
 
 #include <gtest/gtest.h>
 
@@ -12,12 +13,12 @@ namespace {
 using Names = std::vector<std::string>;
 using support::hostUtilityLibrary;
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 class TaskList : public testing::Test
 {
   protected:
-    support::LibraryScript m_libraries{self};
+    support::LibraryScript m_libraries{thisProgram};
     support::TaskListScript m_tasks{m_libraries};
 };
 
@@ -65,7 +66,7 @@ TEST_F(TaskList, TakesANameThatFillsItsRecord)
 
 TEST_F(TaskList, TakesOffTheHalfCharacterThatARecordCuts)
 {
-    const support::CodePage932 japanese(self);
+    const support::CodePage932 japanese(thisProgram);
     const std::string letter = "\x83\x81"; // its second byte could begin another
     std::string cut = "n";
     while (cut.size() < 259)
@@ -115,7 +116,7 @@ class TaskListSearch : public TaskList
     {
         Names settings;
         const auto hook = support::HookImport<decltype(SetDllDirectoryA)>(
-            self, "SetDllDirectoryA", [&](auto, LPCSTR directory) {
+            thisProgram, "SetDllDirectoryA", [&](auto, LPCSTR directory) {
                 settings.push_back(std::string(directory == nullptr ? "none" : directory) + " after " +
                                    std::to_string(m_libraries.Loads(hostUtilityLibrary)));
                 return answer;
@@ -152,7 +153,7 @@ TEST_F(TaskListSearch, LoadsNothingWithoutASystemDirectory)
 {
     m_tasks.names = {"a"};
     const auto hook = support::HookImport<decltype(GetSystemDirectoryA)>(
-        self, "GetSystemDirectoryA", [](auto, LPSTR, UINT) { return 0U; });
+        thisProgram, "GetSystemDirectoryA", [](auto, LPSTR, UINT) { return 0U; });
     EXPECT_EQ(RunningProcessNames(), Names());
     EXPECT_EQ(m_libraries.Loads(hostUtilityLibrary), 0);
 }

@@ -13,7 +13,7 @@ using profile::injectedError;
 using profile::Request;
 using profile::ScratchFile;
 using profile::sectioned;
-using profile::self;
+using profile::thisProgram;
 using profile::WithFailingMemory;
 using profile::WithFailingSystem;
 using Lines = std::vector<std::string>;
@@ -85,7 +85,7 @@ TEST(ProfileFaults, ReadingGoesOnAfterShortReads)
     const ScratchFile file;
     file.Write(content);
     auto readLittle = support::HookImport<decltype(ReadFile)>(
-        self, "ReadFile",
+        thisProgram, "ReadFile",
         [](auto original, HANDLE handle, LPVOID buffer, DWORD size, LPDWORD count, auto overlapped) {
             return original(handle, buffer, std::min<DWORD>(size, 1), count, overlapped);
         });
@@ -99,17 +99,18 @@ TEST(ProfileFaults, AFailureWithoutAnErrorIsStillOne)
     const ScratchFile file;
     Request request;
     {
-        const support::FailNth<"CreateFileA", decltype(CreateFileA)> fail(self, 1, INVALID_HANDLE_VALUE);
+        const support::FailNth<"CreateFileA", decltype(CreateFileA)> fail(thisProgram, 1,
+                                                                          INVALID_HANDLE_VALUE);
         EXPECT_EQ(request.Open(file.Path()), ERROR_GEN_FAILURE);
     }
-    const support::FailNth<"ReadFile", decltype(ReadFile)> fail(self, 1, FALSE);
+    const support::FailNth<"ReadFile", decltype(ReadFile)> fail(thisProgram, 1, FALSE);
     EXPECT_EQ(request.Open(file.Path()), ERROR_GEN_FAILURE);
     EXPECT_EQ(request.Block().file, nullptr);
 }
 
 TEST(ProfileFaults, ARefusedOpenReportsWindowsError)
 {
-    auto refuse = support::HookImport<decltype(CreateFileA)>(self, "CreateFileA", [](auto, auto...) {
+    auto refuse = support::HookImport<decltype(CreateFileA)>(thisProgram, "CreateFileA", [](auto, auto...) {
         SetLastError(ERROR_ACCESS_DENIED);
         return INVALID_HANDLE_VALUE;
     });

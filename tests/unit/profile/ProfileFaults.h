@@ -4,6 +4,7 @@
 
 #include "imports/ImportHook.h"
 #include "ProfileFixture.h"
+#include "support/ThisProgram.h"
 
 #include <io.h>
 #include <windows.h>
@@ -13,7 +14,7 @@ namespace profile {
 // The error that failed calls report: one that nothing else causes.
 inline constexpr DWORD injectedError = 1117;
 
-inline const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 // Which calls fail: one, or that one and all behind it, as when the process ends there.
 enum class Failing
@@ -55,7 +56,7 @@ class FailurePoint
 // A hook of one function that answers `failure` when its turn has come. A macro, since each hook needs a
 // lambda expression of its own.
 #define FAIL_AT(point, function, type, failure)                                                              \
-    support::HookImport<type>(self, #function, [&point](auto original, auto... arguments) {                  \
+    support::HookImport<type>(thisProgram, #function, [&point](auto original, auto... arguments) {           \
         return point.Fails(#function) ? decltype(original(arguments...))(failure) : original(arguments...);  \
     })
 
@@ -85,7 +86,7 @@ inline bool IsLocked(const char* path, DWORD access)
 inline std::int16_t WithFailingSystem(FailurePoint& point, Request& request, const char* path, Call call)
 {
     auto create = support::HookImport<decltype(CreateFileA)>(
-        self, "CreateFileA", [&point](auto original, LPCSTR name, DWORD access, auto... rest) {
+        thisProgram, "CreateFileA", [&point](auto original, LPCSTR name, DWORD access, auto... rest) {
             if (point.Fails("CreateFileA"))
                 return INVALID_HANDLE_VALUE;
             if (!IsLocked(name, access))
@@ -101,12 +102,18 @@ inline std::int16_t WithFailingSystem(FailurePoint& point, Request& request, con
     auto remove = FAIL_AT(point, DeleteFileA, decltype(DeleteFileA), FALSE);
     auto access = FAIL_AT(point, _access, decltype(_access), -1);
     auto mode = FAIL_AT(point, _chmod, decltype(_chmod), -1);
-    auto close =
-        support::HookImport<decltype(CloseHandle)>(self, "CloseHandle", [&point](auto original, HANDLE file) {
+    auto close = support::HookImport<decltype(CloseHandle)>(
+        thisProgram, "CloseHandle", [&point](auto original, HANDLE file) {
             const BOOL isClosed = original(file);
             return point.Fails("CloseHandle") ? FALSE : isClosed;
         });
     return call(request, path);
+}
+
+// Saves as ProfileSave does, for tables of operations on a file.
+inline std::int16_t SaveIt(Request& request, const char* /*path*/)
+{
+    return ProfileSave(request.Block());
 }
 
 } // namespace profile

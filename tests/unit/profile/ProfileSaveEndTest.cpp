@@ -7,14 +7,10 @@ namespace {
 using profile::Failing;
 using profile::FailurePoint;
 using profile::Request;
+using profile::SaveIt;
 using profile::ScratchFile;
-using profile::self;
+using profile::thisProgram;
 using Lines = std::vector<std::string>;
-
-std::int16_t SaveIt(Request& request, const char* /*path*/)
-{
-    return ProfileSave(request.Block());
-}
 
 // Lines of some pages, each another one.
 std::string ManyLines()
@@ -107,7 +103,7 @@ TEST(ProfileSaveInOneCall, FillsUpToTheOldSize)
         EXPECT_EQ(request.Execute(PROF_DELETE_FIRST, removed.substr(0, removed.find('\r'))), PROF_OK);
         Lines written;
         const auto watch = support::HookImport<decltype(WriteFile)>(
-            self, "WriteFile",
+            thisProgram, "WriteFile",
             [&](auto original, HANDLE handle, LPCVOID data, DWORD size, LPDWORD count, auto overlapped) {
                 written.emplace_back(static_cast<const char*>(data), size);
                 return original(handle, data, size, count, overlapped);
@@ -127,7 +123,7 @@ TEST(ProfileSaveInOneCall, WritesNothingWithoutLines)
     request.Open(file);
     EXPECT_EQ(request.Execute(PROF_DELETE_FIRST, "a"), PROF_OK);
     int writes = 0;
-    const auto fail = support::HookImport<decltype(WriteFile)>(self, "WriteFile", [&](auto, auto...) {
+    const auto fail = support::HookImport<decltype(WriteFile)>(thisProgram, "WriteFile", [&](auto, auto...) {
         ++writes;
         SetLastError(ERROR_DISK_FULL);
         return FALSE;

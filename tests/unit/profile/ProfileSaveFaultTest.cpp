@@ -8,14 +8,10 @@ namespace {
 using profile::FailurePoint;
 using profile::raw;
 using profile::Request;
+using profile::SaveIt;
 using profile::ScratchFile;
-using profile::self;
+using profile::thisProgram;
 using Outcomes = std::vector<std::string>;
-
-std::int16_t SaveIt(Request& request, const char* /*path*/)
-{
-    return ProfileSave(request.Block());
-}
 
 // In what condition a file is saved.
 struct Condition
@@ -149,7 +145,7 @@ TEST(ProfileSaveFaults, OfAWriteWithoutAnErrorAreStillFailures)
     const ScratchFile file;
     Request request;
     Change(request, file, {});
-    const support::FailNth<"WriteFile", decltype(WriteFile)> fail(self, 1, FALSE);
+    const support::FailNth<"WriteFile", decltype(WriteFile)> fail(thisProgram, 1, FALSE);
     EXPECT_EQ(request.Save(), ERROR_GEN_FAILURE);
     EXPECT_EQ(Described(file), "gone");
 }
@@ -168,13 +164,13 @@ TEST(ProfileSaveFaults, OfTheCutAreNoFailure)
 {
     const ScratchFile file;
     {
-        const support::FailNth<"SetEndOfFile", decltype(SetEndOfFile)> fail(self, 1, FALSE,
+        const support::FailNth<"SetEndOfFile", decltype(SetEndOfFile)> fail(thisProgram, 1, FALSE,
                                                                             ERROR_ACCESS_DENIED);
         EXPECT_EQ(Shorten(file), PROF_OK);
         EXPECT_EQ(file.Content(), "second\r\n\r\n\r\n\r\n\n");
     }
-    const support::FailNth<"SetFilePointer", decltype(SetFilePointer)> fail(self, 1, INVALID_SET_FILE_POINTER,
-                                                                            ERROR_ACCESS_DENIED);
+    const support::FailNth<"SetFilePointer", decltype(SetFilePointer)> fail(
+        thisProgram, 1, INVALID_SET_FILE_POINTER, ERROR_ACCESS_DENIED);
     EXPECT_EQ(Shorten(file), PROF_OK);
     EXPECT_EQ(file.Content(), "second\r\n\r\n\r\n\r\n\n");
 }
@@ -182,7 +178,7 @@ TEST(ProfileSaveFaults, OfTheCutAreNoFailure)
 TEST(ProfileSaveFaults, OfTheOldSizeAddNoEmptyLines)
 {
     const ScratchFile file;
-    const support::FailNth<"GetFileSize", decltype(GetFileSize)> fail(self, 1, INVALID_FILE_SIZE,
+    const support::FailNth<"GetFileSize", decltype(GetFileSize)> fail(thisProgram, 1, INVALID_FILE_SIZE,
                                                                       ERROR_ACCESS_DENIED);
     EXPECT_EQ(Shorten(file), PROF_OK);
     EXPECT_EQ(file.Content(), "second\r\n");
@@ -193,7 +189,7 @@ TEST(ProfileSaveFaults, AreReportedByTheirLastSixteenBits)
     const ScratchFile file;
     Request request;
     Change(request, file, {});
-    const support::FailNth<"WriteFile", decltype(WriteFile)> fail(self, 1, FALSE, 0xABCD0005);
+    const support::FailNth<"WriteFile", decltype(WriteFile)> fail(thisProgram, 1, FALSE, 0xABCD0005);
     EXPECT_EQ(request.Save(), 5);
 }
 
@@ -202,8 +198,9 @@ TEST(ProfileSaveFaults, ReportTheFirstFailureWhenTheDeletionFailsToo)
     const ScratchFile file;
     Request request;
     Change(request, file, {.isReadOnly = true, .isEmptied = false});
-    const support::FailNth<"WriteFile", decltype(WriteFile)> write(self, 1, FALSE, ERROR_DISK_FULL);
-    const support::FailNth<"DeleteFileA", decltype(DeleteFileA)> remove(self, 1, FALSE, ERROR_ACCESS_DENIED);
+    const support::FailNth<"WriteFile", decltype(WriteFile)> write(thisProgram, 1, FALSE, ERROR_DISK_FULL);
+    const support::FailNth<"DeleteFileA", decltype(DeleteFileA)> remove(thisProgram, 1, FALSE,
+                                                                        ERROR_ACCESS_DENIED);
     EXPECT_EQ(request.Save(), ERROR_DISK_FULL);
     EXPECT_EQ(Described(file), "old, read-only");
 }
@@ -241,7 +238,7 @@ TEST(ProfileSaveFaults, OfAWriteEndTheWriting)
     Request request;
     request.Open(file);
     int writes = 0;
-    auto fail = support::HookImport<decltype(WriteFile)>(self, "WriteFile", [&](auto, auto...) {
+    auto fail = support::HookImport<decltype(WriteFile)>(thisProgram, "WriteFile", [&](auto, auto...) {
         ++writes;
         SetLastError(ERROR_DISK_FULL);
         return FALSE;
@@ -257,7 +254,7 @@ TEST(ProfileSaveFaults, IncludeAShortWriteWhichIsAFullDisk)
     Request request;
     Change(request, file, {});
     auto writeLittle = support::HookImport<decltype(WriteFile)>(
-        self, "WriteFile",
+        thisProgram, "WriteFile",
         [](auto original, HANDLE handle, LPCVOID data, DWORD size, LPDWORD count, auto overlapped) {
             return original(handle, data, size - 1, count, overlapped);
         });
@@ -270,7 +267,8 @@ TEST(ProfileSaveFaults, IncludeAFileThatSeemsToHaveVanished)
     const ScratchFile file;
     Request request;
     Change(request, file, {});
-    auto vanish = support::HookImport<decltype(_access)>(self, "_access", [](auto, auto...) { return -1; });
+    auto vanish =
+        support::HookImport<decltype(_access)>(thisProgram, "_access", [](auto, auto...) { return -1; });
     EXPECT_EQ(request.Save(), ERROR_FILE_NOT_FOUND);
 }
 

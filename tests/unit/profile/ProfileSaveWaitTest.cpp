@@ -9,7 +9,7 @@ namespace {
 
 using profile::Request;
 using profile::ScratchFile;
-using profile::self;
+using profile::thisProgram;
 
 constexpr DWORD longestWait = 1000; // milliseconds
 
@@ -26,7 +26,7 @@ class ProfileSaveWait : public testing::Test
     // Saves while the file's opening is refused with the error for the first `refusals` times.
     std::int16_t SaveRefused(DWORD error, int refusals)
     {
-        const auto refuse = support::HookImport<decltype(CreateFileA)>(self, "CreateFileA",
+        const auto refuse = support::HookImport<decltype(CreateFileA)>(thisProgram, "CreateFileA",
                                                                        [&](auto original, auto... arguments) {
                                                                            if (refusals-- <= 0)
                                                                                return original(arguments...);
@@ -44,7 +44,7 @@ class ProfileSaveWait : public testing::Test
 
     ScratchFile m_file;
     Request m_request;
-    support::FakeClock m_clock{self};
+    support::FakeClock m_clock{thisProgram};
 };
 
 TEST_F(ProfileSaveWait, TriesAgainWhileTheFileIsHeldOrLocked)

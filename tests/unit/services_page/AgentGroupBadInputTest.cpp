@@ -1,12 +1,13 @@
 // The sub-agents of a service whose settings are missing, refused or not what they should be.
 #include "AgentGroupTest.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <array>
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 void ExpectRefused(const AgentService& service, support::Location where = support::Location::current())
 {
@@ -28,7 +29,7 @@ enum class Query
 [[nodiscard]] auto RefuseValue(const std::string& name, Query query)
 {
     return support::HookImport<decltype(RegQueryValueExA)>(
-        self, "RegQueryValueExA",
+        thisProgram, "RegQueryValueExA",
         [=](auto original, HKEY key, LPCSTR asked, LPDWORD reserved, LPDWORD type, LPBYTE data,
             LPDWORD size) {
             const bool isRefused = name == asked && (data == nullptr) == (query == Query::Size);
@@ -67,7 +68,8 @@ TEST_F(AgentGroupBadInput, RefusesAServiceWithoutSubkeys)
 {
     // Parameters is a subkey itself, so only a change in the middle of the reading leaves none.
     auto change = support::HookImport<decltype(RegEnumKeyA)>(
-        self, "RegEnumKeyA", [](auto, HKEY, DWORD, LPSTR, DWORD) -> LSTATUS { return ERROR_NO_MORE_ITEMS; });
+        thisProgram, "RegEnumKeyA",
+        [](auto, HKEY, DWORD, LPSTR, DWORD) -> LSTATUS { return ERROR_NO_MORE_ITEMS; });
     ExpectRefused(m_service);
 }
 

@@ -1,13 +1,14 @@
 // Saving the agent services' settings to the system's own service manager.
 #include "imports/ImportHook.h"
 #include "ServicesSettingsTest.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/ServiceQueries.h"
 
 #include <array>
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 // Services that are registered and never started.
 class RegisteredServices
@@ -90,7 +91,7 @@ TEST_F(ServicesSettingsRealManager, TakesTheNewDependencies)
     AddAgents({"VtMgHost", "VtMgStor"});
     int accepted = 0;
     auto change = support::HookImport<decltype(ChangeServiceConfigA)>(
-        self, "ChangeServiceConfigA",
+        thisProgram, "ChangeServiceConfigA",
         [&](auto original, SC_HANDLE service, DWORD type, DWORD startType, DWORD errorControl, LPCSTR path,
             LPCSTR group, LPDWORD tag, LPCSTR dependencies, LPCSTR account, LPCSTR password, LPCSTR name) {
             if (dependencies != nullptr)

@@ -4,10 +4,11 @@
 #include "ServicesSettingsTest.h"
 #include "support/RegistryCalls.h"
 #include "support/ServiceScript.h"
+#include "support/ThisProgram.h"
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 class ServicesSettingsConfig : public ServicesSettingsTest
 {
@@ -30,7 +31,7 @@ class ServicesSettingsConfig : public ServicesSettingsTest
     }
 
     support::CallLog m_log;
-    support::ServiceScript m_services{self, &m_log};
+    support::ServiceScript m_services{thisProgram, &m_log};
 };
 
 TEST_F(ServicesSettingsConfig, ChangesStartTypesAndMainDependenciesOnly)
@@ -57,7 +58,7 @@ TEST_F(ServicesSettingsConfig, EndsTheListOfDependenciesWithTwoZeros)
     AddAgents({"VtMgServ", "VtMgStor"});
     std::string block;
     auto keep = support::HookImport<decltype(ChangeServiceConfigA)>(
-        self, "ChangeServiceConfigA",
+        thisProgram, "ChangeServiceConfigA",
         [&](auto original, SC_HANDLE service, DWORD type, DWORD startType, DWORD errorControl, LPCSTR path,
             LPCSTR group, LPDWORD tag, LPCSTR dependencies, LPCSTR account, LPCSTR password, LPCSTR name) {
             EXPECT_EQ(tag, nullptr);
@@ -88,7 +89,7 @@ TEST_F(ServicesSettingsConfig, WritesEachServiceToRegistryThenManager)
 {
     AddAgents({"VtMgHost"});
     m_settings.Load();
-    const support::RegistryCalls registry(self, &m_log);
+    const support::RegistryCalls registry(thisProgram, &m_log);
     m_settings.Save(anyNumber);
     Names steps = m_log.Calls();
     std::erase_if(steps, [](const std::string& call) {

@@ -4,11 +4,12 @@
 #include "imports/ImportHook.h"
 #include "RefuseToOpen.h"
 #include "support/ServiceScript.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 // --- loading
 
@@ -69,7 +70,7 @@ TEST_F(ServicesSettingsLoad, PairsTheSubAgentsOfTheNetworkAdaptersAlone)
 class ServicesSettingsSave : public ServicesSettingsTest
 {
   protected:
-    support::ServiceScript m_services{self};
+    support::ServiceScript m_services{thisProgram};
 };
 
 TEST_F(ServicesSettingsSave, StartsServicesWithActiveSubAgentsOnly)
@@ -110,7 +111,7 @@ TEST_F(ServicesSettingsSave, OmitsSnmpWhenItsKeyDoesNotOpen)
     m_machine.InstallSnmp();
     AddAgents({"VtMgHost", "VTNNicMgmt"});
     auto refuse = support::HookImport<decltype(RegOpenKeyExA)>(
-        self, "RegOpenKeyExA",
+        thisProgram, "RegOpenKeyExA",
         [](auto, HKEY, LPCSTR, DWORD, REGSAM, PHKEY) -> LSTATUS { return ERROR_ACCESS_DENIED; });
     LoadAndSave();
     ExpectDependencies({"VTNNicMgmt"});

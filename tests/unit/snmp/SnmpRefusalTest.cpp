@@ -162,9 +162,6 @@ INSTANTIATE_TEST_SUITE_P(OfEachWrite, MissingKey, testing::Range(std::size_t{0},
 
 // --- the exception trap between its two writes
 
-constexpr char trapDebugger[] = "vtndbg -p %ld -e %ld -g";
-constexpr char otherDebugger[] = "drwtsn32 -p %ld -e %ld -g";
-
 // Switching the trap on (1) or off (0), and the write that is refused: of the server role, then of one
 // debugger and of the other.
 class RefusedSwitch : public testing::TestWithParam<std::tuple<BOOL, int>>

@@ -11,9 +11,6 @@ using support::ExpectAbsent;
 using support::ExpectDword;
 using support::ExpectString;
 
-constexpr char trapDebugger[] = "vtndbg -p %ld -e %ld -g";
-constexpr char otherDebugger[] = "drwtsn32 -p %ld -e %ld -g";
-
 class SnmpSettingsSave : public testing::Test
 {
   protected:

@@ -39,7 +39,7 @@ TEST_F(RegistryKey, RefusesAnEnumerationThatFailsBetweenCountingAndReading)
     m_stored.Subkey("Agent").Create();
     int calls = 0;
     auto fail = support::HookImport<decltype(RegEnumKeyA)>(
-        self, "RegEnumKeyA", [&](auto original, HKEY key, DWORD index, LPSTR name, DWORD size) {
+        thisProgram, "RegEnumKeyA", [&](auto original, HKEY key, DWORD index, LPSTR name, DWORD size) {
             return ++calls == 3 ? LSTATUS{ERROR_KEY_DELETED} : original(key, index, name, size);
         });
     std::vector<std::string> names;

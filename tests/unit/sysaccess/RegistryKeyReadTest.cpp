@@ -42,7 +42,8 @@ TEST_F(RegistryKey, QueryOfAnEmptyValueSucceedsWithoutData)
 TEST_F(RegistryKey, QueryPassesMoreDataWithoutASizeOn)
 {
     auto moreData = support::HookImport<decltype(RegQueryValueExA)>(
-        self, "RegQueryValueExA", [](auto, HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD size) -> LSTATUS {
+        thisProgram, "RegQueryValueExA",
+        [](auto, HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD size) -> LSTATUS {
             *size = 0;
             return ERROR_MORE_DATA;
         });
@@ -55,7 +56,7 @@ TEST_F(RegistryKey, QueryReadsOnAfterMoreData)
 {
     m_stored.SetDword("Value", 7);
     auto moreData = support::HookImport<decltype(RegQueryValueExA)>(
-        self, "RegQueryValueExA",
+        thisProgram, "RegQueryValueExA",
         [](auto original, HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
             const LSTATUS status = original(key, name, reserved, type, data, size);
             return data == nullptr ? LSTATUS{ERROR_MORE_DATA} : status;
@@ -69,7 +70,7 @@ TEST_F(RegistryKey, RefusesWhenTheSizeCannotBeQueried)
 {
     m_stored.SetDword("Value", 7);
     auto fail = support::HookImport<decltype(RegQueryValueExA)>(
-        self, "RegQueryValueExA",
+        thisProgram, "RegQueryValueExA",
         [](auto, HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD) -> LSTATUS { return ERROR_ACCESS_DENIED; });
     ExpectRefused([&] { ReadDword(m_key); });
 }
@@ -78,7 +79,7 @@ TEST_F(RegistryKey, RefusesWhenTheDataCannotBeQueried)
 {
     m_stored.SetDword("Value", 7);
     auto fail = support::HookImport<decltype(RegQueryValueExA)>(
-        self, "RegQueryValueExA",
+        thisProgram, "RegQueryValueExA",
         [](auto original, HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
             return data == nullptr ? original(key, name, reserved, type, data, size)
                                    : LSTATUS{ERROR_READ_FAULT};
@@ -102,7 +103,7 @@ TEST_F(RegistryKey, ReadsAValueThatAnotherProgramShortensMeanwhile)
 {
     m_stored.SetString("Value", "a long text");
     auto shorten = support::HookImport<decltype(RegQueryValueExA)>(
-        self, "RegQueryValueExA",
+        thisProgram, "RegQueryValueExA",
         [&](auto original, HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
             if (data != nullptr)
                 m_stored.SetUnterminatedString("Value", "short");
@@ -223,7 +224,8 @@ TEST_F(RegistryKey, MultiStringOfAnotherTypeReturns13)
 TEST_F(RegistryKey, MultiStringOfMoreDataWithoutASizeReturns13)
 {
     auto moreData = support::HookImport<decltype(RegQueryValueExA)>(
-        self, "RegQueryValueExA", [](auto, HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD size) -> LSTATUS {
+        thisProgram, "RegQueryValueExA",
+        [](auto, HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD size) -> LSTATUS {
             *size = 0;
             return ERROR_MORE_DATA;
         });

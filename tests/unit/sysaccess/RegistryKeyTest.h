@@ -4,6 +4,7 @@
 
 #include "imports/ImportHook.h"
 #include "support/TestRegistry.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/RegistryKey.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +15,7 @@ using support::ExpectDword;
 using support::ExpectMultiString;
 using support::ExpectString;
 
-inline const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 class RegistryKey : public testing::Test
 {
@@ -44,8 +45,9 @@ void ExpectRefused(Action action, support::Location where = support::Location::c
 // Counts the keys that are closed as long as the result lives.
 [[nodiscard]] inline auto CountClosed(int& count)
 {
-    return support::HookImport<decltype(RegCloseKey)>(self, "RegCloseKey", [&count](auto original, HKEY key) {
-        ++count;
-        return original(key);
-    });
+    return support::HookImport<decltype(RegCloseKey)>(thisProgram, "RegCloseKey",
+                                                      [&count](auto original, HKEY key) {
+                                                          ++count;
+                                                          return original(key);
+                                                      });
 }

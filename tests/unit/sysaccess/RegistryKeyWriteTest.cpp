@@ -10,7 +10,7 @@ namespace {
 TEST_F(RegistryKey, RefusesWhenAValueCannotBeSet)
 {
     auto fail = support::HookImport<decltype(RegSetValueExA)>(
-        self, "RegSetValueExA",
+        thisProgram, "RegSetValueExA",
         [](auto, HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD) -> LSTATUS { return ERROR_ACCESS_DENIED; });
     ExpectRefused([&] { m_key.SetDword("Value", 1); });
     ExpectRefused([&] { m_key.SetString("Value", "a"); });
@@ -125,7 +125,7 @@ TEST_F(RegistryKey, ClosesTheKeyWhenAValueCannotBeDeleted)
     m_stored.SetDword("Value", 7);
     int closed = 0;
     auto refuse = support::HookImport<decltype(RegDeleteValueA)>(
-        self, "RegDeleteValueA", [](auto, HKEY, LPCSTR) { return LSTATUS{ERROR_ACCESS_DENIED}; });
+        thisProgram, "RegDeleteValueA", [](auto, HKEY, LPCSTR) { return LSTATUS{ERROR_ACCESS_DENIED}; });
     auto count = CountClosed(closed);
     EXPECT_EQ(m_key.DeleteValue("Value"), 0U);
     EXPECT_EQ(closed, 1);
