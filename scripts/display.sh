@@ -20,7 +20,7 @@ start_xvfb() {
 
 fail_without_xvfb() {
   local words
-  words=$(cat "$XVFB_WORDS")
+  words=$(head -n 3 "$XVFB_WORDS" && echo ... && tail -n 3 "$XVFB_WORDS")
   stop_xvfb
   fail "the display that windows are to appear on did not start. Xvfb says:"$'\n'"$words"
 }

@@ -26,7 +26,7 @@ quietly() {
   if "$@" >"$words" 2>&1; then
     rm "$words"
   else
-    sentence+=$'\n'$(tail -n 20 "$words")
+    sentence+=$'\n'$(tail -n 50 "$words")
     rm "$words"
     fail "$sentence"
   fi
@@ -59,14 +59,18 @@ give_fonts() {
   wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'MS UI Gothic' /d 'VL PGothic' /f >/dev/null
 }
 
+# start_server: one that stays. That of a program that has just ended goes after some seconds.
+start_server() {
+  wineserver -p || { timeout 10 wineserver -w && wineserver -p; }
+}
+
 # keep_wine: Wine stays up from one program to the next, until `wineserver -k`. Its services are started here, away
 # from anybody's output: they would hold on to that of the first program, and who reads it would never see its end.
 keep_wine() {
   [ "${KEPT_WINE:-}" != "$WINEPREFIX" ] || return 0
   make_prefix
-  # The server of a program that has just ended goes after some seconds.
-  wineserver -p || { timeout 10 wineserver -w && wineserver -p; } ||
-    fail "Wine is in use in $WINEPREFIX. Close the program there, or end all with 'WINEPREFIX=$WINEPREFIX wineserver -k'."
+  quietly "Wine is in use in $WINEPREFIX, or cannot start there. To end what runs: WINEPREFIX=$WINEPREFIX wineserver -k" \
+    start_server
   quietly "Wine does not start in $WINEPREFIX. It says:" wine wineboot
   export KEPT_WINE=$WINEPREFIX
 }

@@ -61,9 +61,7 @@ ensure_packages() {
   [ "$(id -u)" = 0 ] || command -v sudo >/dev/null ||
     fail "these packages are missing; install them as root, or install sudo: ${missing[*]}"
   say "Installing ${missing[*]} ..."
-  mkdir -p "$ROOT/build"
-  install_packages "${missing[@]}" >"$ROOT/build/install.log" 2>&1 ||
-    fail "the packages could not be installed; what apt-get said is in $ROOT/build/install.log."
+  quietly "the packages could not be installed. apt-get says:" install_packages "${missing[@]}"
 }
 
 install_packages() {
@@ -75,33 +73,34 @@ install_packages() {
 ensure_japanese() {
   [[ $(locale -a 2>/dev/null) != *ja_JP.utf8* ]] || return 0
   say "Generating the ja_JP.UTF-8 locale ..."
-  as_root localedef -i ja_JP -f UTF-8 ja_JP.UTF-8 || fail "the ja_JP.UTF-8 locale could not be generated."
+  quietly "the ja_JP.UTF-8 locale could not be generated:" as_root localedef -i ja_JP -f UTF-8 ja_JP.UTF-8
 }
 
 # build TARGET...: what the build prints shows only when it fails.
 build() {
   say "Building ..."
-  mkdir -p "$ROOT/build"
-  build_targets "$@" >"$ROOT/build/build.log" 2>&1 && return 0
-  cat "$ROOT/build/build.log" >&2
-  fail "the build failed; see above."
+  quietly "the build failed:" build_targets win64 "$@"
 }
 
-# build_everything PRESET: all of another preset, as quiet.
+# build_everything PRESET...: all of other builds.
 build_everything() {
-  build_preset "$1" >"$ROOT/build/$1.log" 2>&1 && return 0
-  cat "$ROOT/build/$1.log" >&2
-  fail "the build of preset $1 failed; see above."
+  local preset
+  for preset in "$@"; do
+    quietly "the build of preset $preset failed:" build_targets "$preset" all
+  done
 }
 
-build_preset() {
-  cd "$ROOT" || return
-  [ -e "build/$1/build.ninja" ] || cmake --preset "$1" || return
-  cmake --build --preset "$1"
+# build_for_tests PRESET OPTION...: what the tests need that CTest's options select.
+build_for_tests() {
+  local files
+  quietly "the build of preset $1 could not be set up:" build_targets "$1" build.ninja
+  mapfile -t files < <("$ROOT/scripts/files-of-tests" "$ROOT/build/$1" "${@:2}")
+  [ -z "${files[*]}" ] || quietly "the build of preset $1 failed:" build_targets "$1" "${files[@]}"
 }
 
+# build_targets PRESET TARGET...
 build_targets() {
   cd "$ROOT" || return
-  [ -e build/win64/build.ninja ] || cmake --preset win64 || return
-  cmake --build --preset win64 --target "$@"
+  [ -e "build/$1/build.ninja" ] || cmake --preset "$1" || return
+  cmake --build --preset "$1" --target "${@:2}"
 }
