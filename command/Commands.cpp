@@ -7,6 +7,7 @@
 #include "command/Restart.h"
 
 #include <exception>
+#include <new>
 
 namespace {
 
@@ -56,6 +57,20 @@ Json StateAfter(const Machine& machine, bool isWhatIf)
     return after.Show();
 }
 
+// Restarts the agents before anything is printed: a reader who is gone must not keep them from what was
+// written.
+ExitCode Finish(const Arguments& arguments, const Machine& machine, const std::vector<MemberChange>& changes,
+                Streams& streams, ErrorLines& errors)
+{
+    const bool restarts = arguments.restartsAgents && !arguments.isWhatIf && !changes.empty();
+    const ExitCode code = restarts ? RestartAgents(errors) : ExitCode::Done;
+    PrintLine(streams, StateAfter(machine, arguments.isWhatIf));
+    PrintLine(streams, ChangedSections(changes));
+    if (arguments.showsChanges)
+        PrintLine(streams, ListOf(changes));
+    return code;
+}
+
 ExitCode Set(const Arguments& arguments, Streams& streams, ErrorLines& errors)
 {
     const Json document = ReadDocument(arguments, streams);
@@ -65,14 +80,12 @@ ExitCode Set(const Arguments& arguments, Streams& streams, ErrorLines& errors)
     const std::vector<MemberChange> changes = machine.Changes();
     if (!arguments.isWhatIf)
         machine.Save();
-    // Before anything is printed: a reader who is gone must not keep the agents from what was written.
-    const bool restarts = arguments.restartsAgents && !arguments.isWhatIf && !changes.empty();
-    const ExitCode code = restarts ? RestartAgents(errors) : ExitCode::Done;
-    PrintLine(streams, StateAfter(machine, arguments.isWhatIf));
-    PrintLine(streams, ChangedSections(changes));
-    if (arguments.showsChanges)
-        PrintLine(streams, ListOf(changes));
-    return code;
+    try {
+        return Finish(arguments, machine, changes, streams, errors);
+    } catch (const std::bad_alloc&) {
+        errors.OutOfMemory(!arguments.isWhatIf);
+        return ExitCode::Failed;
+    }
 }
 
 ExitCode Test(const Arguments& arguments, Streams& streams)
@@ -110,18 +123,28 @@ ExitCode Run(const Arguments& arguments, Streams& streams, ErrorLines& errors)
     return ExitCode::WrongUse;
 }
 
+ExitCode RunReporting(const std::vector<std::string>& arguments, Streams& streams, ErrorLines& errors)
+try {
+    return Run(ParseArguments(arguments), streams, errors);
+} catch (const CommandError& error) {
+    errors.Error(error.Text());
+    return error.Code();
+} catch (const std::bad_alloc&) {
+    throw;
+} catch (const std::exception& error) {
+    errors.Error(std::string("vtncfg cannot go on: ") + error.what());
+    return ExitCode::Failed;
+}
+
 } // namespace
 
 ExitCode RunCommand(const std::vector<std::string>& arguments, Streams& streams)
 {
     ErrorLines errors(streams, WantsJsonErrors(arguments));
     try {
-        return Run(ParseArguments(arguments), streams, errors);
-    } catch (const CommandError& error) {
-        errors.Error(error.Text());
-        return error.Code();
-    } catch (const std::exception& error) {
-        errors.Error(std::string("vtncfg cannot go on: ") + error.what());
+        return RunReporting(arguments, streams, errors);
+    } catch (const std::bad_alloc&) {
+        errors.OutOfMemory(false);
         return ExitCode::Failed;
     }
 }

@@ -35,7 +35,7 @@ std::string ReadAll(HANDLE handle, const std::string& what)
     return text;
 }
 
-bool WriteAll(HANDLE handle, const std::string& text)
+bool WriteAll(HANDLE handle, std::string_view text)
 {
     for (std::size_t written = 0; written < text.size();) {
         DWORD count = 0;
@@ -70,7 +70,7 @@ void ConsoleStreams::Write(const std::string& text)
         FailStream("standard output", "written");
 }
 
-void ConsoleStreams::WriteError(const std::string& text)
+void ConsoleStreams::WriteError(std::string_view text)
 {
     (void)WriteAll(GetStdHandle(STD_ERROR_HANDLE), text);
 }

@@ -10,5 +10,5 @@ class ConsoleStreams : public Streams
     std::string ReadInput() override;
     std::string ReadFile(const std::string& name) override;
     void Write(const std::string& text) override;
-    void WriteError(const std::string& text) override;
+    void WriteError(std::string_view text) override;
 };

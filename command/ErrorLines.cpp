@@ -3,6 +3,15 @@
 
 #include "command/Document.h"
 
+void ErrorLines::OutOfMemory(bool isWritten)
+{
+    m_streams.WriteError(m_isJson ? "{\"error\":\"" : "vtncfg: ");
+    if (isWritten)
+        m_streams.WriteError("the changes are written, but ");
+    m_streams.WriteError("there is not enough memory to go on");
+    m_streams.WriteError(m_isJson ? "\"}\n" : "\n");
+}
+
 // Without JSON the same escapes for what is not ASCII, but not for quotes and backslashes, which people read
 // as they are.
 void ErrorLines::Write(const char* kind, const std::string& text)

@@ -14,6 +14,8 @@ class ErrorLines
     // Each writes one line of ASCII; `text` is in UTF-8.
     void Error(const std::string& text) { Write("error", text); }
     void Note(const std::string& text) { Write("info", text); }
+    // An error that needs no memory for its text; it adds that the changes are there when `isWritten`.
+    void OutOfMemory(bool isWritten);
 
   private:
     void Write(const char* kind, const std::string& text);

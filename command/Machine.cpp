@@ -15,6 +15,7 @@
 #include "sysaccess/core/RegistryKey.h"
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -129,6 +130,8 @@ void Machine::Save()
         SaveSections();
     } catch (const CommandError& error) {
         throw CommandError(error.Code(), error.Text() + WrittenSoFar());
+    } catch (const std::bad_alloc&) {
+        throw CommandError(ExitCode::Failed, "There is not enough memory to go on." + WrittenSoFar());
     }
 }
 

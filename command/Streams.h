@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 // Each operation but WriteError throws CommandError when it fails.
 class Streams
@@ -15,6 +16,6 @@ class Streams
     virtual std::string ReadFile(const std::string& name) = 0;
     // Writes to standard output at once.
     virtual void Write(const std::string& text) = 0;
-    // Writes to standard error. There is nobody to report a failure to.
-    virtual void WriteError(const std::string& text) = 0;
+    // Writes to standard error, without memory for it. There is nobody to report a failure to.
+    virtual void WriteError(std::string_view text) = 0;
 };

@@ -158,7 +158,7 @@ class QuietStreams : public Streams
     std::string ReadInput() override { return m_document; }
     std::string ReadFile(const std::string& /*name*/) override { return {}; }
     void Write(const std::string& /*text*/) override {}
-    void WriteError(const std::string& text) override { ADD_FAILURE() << text; }
+    void WriteError(std::string_view text) override { ADD_FAILURE() << text; }
 
   private:
     std::string m_document;

@@ -48,7 +48,7 @@ std::size_t ModuleMemory::Held() const
 bool ModuleMemory::Begin()
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_isArmed || (m_thread != 0 && m_thread != GetCurrentThreadId()))
+    if (!m_isArmed || m_pauses > 0 || (m_thread != 0 && m_thread != GetCurrentThreadId()))
         return false;
     ++m_taken;
     return m_first != 0 && m_taken >= m_first && m_taken - m_first < m_count;
@@ -70,12 +70,13 @@ void ModuleMemory::Give(void* block)
 
 void* ModuleMemory::Malloc(std::size_t size)
 {
-    return Self().Begin() ? nullptr : Self().Take(std::malloc(size));
+    return Self().Begin() ? nullptr : Self().Take(Self().m_malloc.Original<decltype(std::malloc)>()(size));
 }
 
 void* ModuleMemory::Calloc(std::size_t count, std::size_t size)
 {
-    return Self().Begin() ? nullptr : Self().Take(std::calloc(count, size));
+    return Self().Begin() ? nullptr
+                          : Self().Take(Self().m_calloc.Original<decltype(std::calloc)>()(count, size));
 }
 
 void* ModuleMemory::Realloc(void* block, std::size_t size)
@@ -83,24 +84,26 @@ void* ModuleMemory::Realloc(void* block, std::size_t size)
     if (Self().Begin())
         return nullptr;
     Self().Give(block);
-    return Self().Take(std::realloc(block, size));
+    return Self().Take(Self().m_realloc.Original<decltype(std::realloc)>()(block, size));
 }
 
 char* ModuleMemory::Strdup(const char* text)
 {
-    return Self().Begin() ? nullptr : static_cast<char*>(Self().Take(_strdup(text)));
+    return Self().Begin()
+               ? nullptr
+               : static_cast<char*>(Self().Take(Self().m_strdup.Original<decltype(_strdup)>()(text)));
 }
 
 void ModuleMemory::Free(void* block)
 {
     Self().Give(block);
-    std::free(block);
+    Self().m_free.Original<decltype(std::free)>()(block);
 }
 
 HLOCAL ModuleMemory::Local(UINT flags, SIZE_T size)
 {
     if (!Self().Begin())
-        return LocalAlloc(flags, size);
+        return Self().m_localAlloc.Original<decltype(LocalAlloc)>()(flags, size);
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return nullptr;
 }

@@ -25,7 +25,7 @@ class TestStreams : public Streams
     std::string ReadInput() override { return input; }
     std::string ReadFile(const std::string& name) override { return files.at(name); }
     void Write(const std::string& text) override { output += text; }
-    void WriteError(const std::string& text) override { errors += text; }
+    void WriteError(std::string_view text) override { errors += text; }
 
     std::string input;
     std::map<std::string, std::string> files;
