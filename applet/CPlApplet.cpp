@@ -15,8 +15,17 @@ namespace {
 
 constexpr LONG appletCount = 1;
 
+// A thread's first exception takes memory that the C++ library does not check for. The first message still
+// has it.
+void PrepareExceptions()
+try {
+    throw std::bad_alloc();
+} catch (const std::bad_alloc&) {
+}
+
 void Initialise()
 {
+    PrepareExceptions();
     TheAppletRecord();
     theApp.CopyHelpFilePath();
     theApp.UseAppletNameAsCaption();

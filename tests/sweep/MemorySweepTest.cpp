@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <numeric>
 
@@ -15,6 +16,15 @@ namespace {
 using namespace sweep;
 
 constexpr std::size_t allocationSampleSize = 1; // allocations of each operation
+
+constexpr std::size_t allAllocations = std::numeric_limits<std::size_t>::max();
+
+std::string TextOf(const Subject& subject, UINT id)
+{
+    std::array<char, 512> text{};
+    LoadStringA(subject.host.Module(), id, text.data(), static_cast<int>(text.size()));
+    return text.data();
+}
 
 class MemorySweep : public testing::TestWithParam<Operation>
 {
@@ -27,7 +37,8 @@ class MemorySweep : public testing::TestWithParam<Operation>
     }
     static void TearDownTestSuite() { s_subject.reset(); }
 
-    void Sweep()
+    // Lets `count` allocations fail, from each on.
+    void Sweep(std::size_t count)
     {
         const Operation& operation = GetParam();
         const Outcome reference = Perform(*s_subject, operation, {}, true);
@@ -37,7 +48,7 @@ class MemorySweep : public testing::TestWithParam<Operation>
         const std::vector<std::size_t> sample = Sampled(numbers, allocationSampleSize);
         for (const std::size_t number : sample) {
             SCOPED_TRACE(std::string(operation.name) + ", allocation " + std::to_string(number));
-            Check(reference, Perform(*s_subject, operation, {.allocation = number}));
+            Check(reference, Perform(*s_subject, operation, {.allocation = number, .allocations = count}));
         }
         std::printf("%s: %zu allocations, %zu failed\n", operation.name, numbers.size(), sample.size());
     }
@@ -67,8 +78,8 @@ class MemorySweep : public testing::TestWithParam<Operation>
     void CheckThatNothingIsMadeUp(const Outcome& reference, const Outcome& found) const
     {
         ASSERT_FALSE(found.boxes.empty());
-        EXPECT_TRUE(found.boxes.back() == Text(IDS_OUT_OF_MEMORY) ||
-                    found.boxes.back() == Text(IDS_SCRIPT_UPDATE_FAILED))
+        EXPECT_TRUE(found.boxes.back() == TextOf(*s_subject, IDS_OUT_OF_MEMORY) ||
+                    found.boxes.back() == TextOf(*s_subject, IDS_SCRIPT_UPDATE_FAILED))
             << testing::PrintToString(found.boxes);
         for (const auto& [item, content] : found.after) {
             const auto seen = reference.seen.find(item);
@@ -78,7 +89,9 @@ class MemorySweep : public testing::TestWithParam<Operation>
         }
         for (const auto& [item, contents] : reference.seen)
             EXPECT_TRUE(found.after.contains(item) || contents.contains("")) << "gone: " << item;
-        const Picture left = GetParam().settles ? Difference(reference.after, found.settled) : Picture();
+        Picture left = GetParam().settles ? Difference(reference.after, found.settled) : Picture();
+        // Flags that have reached the first agent show as wished, and a second try leaves them alone.
+        std::erase_if(left, [](const auto& entry) { return entry.first.ends_with(", SetsEnabled"); });
         EXPECT_EQ(left, Picture()) << "after a second try";
     }
 
@@ -88,19 +101,27 @@ class MemorySweep : public testing::TestWithParam<Operation>
         return item.ends_with("LOGIN.BAT");
     }
 
-    [[nodiscard]] std::string Text(UINT id) const
-    {
-        std::array<char, 512> text{};
-        LoadStringA(s_subject->host.Module(), id, text.data(), static_cast<int>(text.size()));
-        return text.data();
-    }
-
     static inline std::unique_ptr<Subject> s_subject;
 };
 
 TEST_P(MemorySweep, ReportsOneMissingBlock)
 {
-    Sweep();
+    Sweep(1);
+}
+
+TEST_P(MemorySweep, ReportsMemoryThatStaysMissing)
+{
+    Sweep(allAllocations);
+}
+
+// A thread's first exception needs more memory than those that follow.
+TEST(FirstException, IsReportedWithoutMemory)
+{
+    Subject subject;
+    const Outcome found =
+        Perform(subject, Operations().front(), {.allocation = 1, .allocations = allAllocations});
+    EXPECT_EQ(found.thrown, "");
+    EXPECT_EQ(found.boxes, std::vector<std::string>{TextOf(subject, IDS_OUT_OF_MEMORY)});
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, MemorySweep, testing::ValuesIn(Operations().begin(), Operations().end()),
