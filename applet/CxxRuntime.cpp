@@ -1,22 +1,8 @@
-// Functions of the C++ library that the applet has its own of, a hundred kilobytes smaller with what they
-// bring along. The linker takes each from whoever defines it first.
+// Functions of the C++ library that the applet has its own of, since those bring along much code
+// for texts that nobody would read. The linker takes each from whoever defines it first.
 #include <bits/functexcept.h>
 #include <exception>
 #include <new>
-#include <windows.h>
-
-namespace __gnu_cxx {
-
-// An exception that nobody can catch any more, as one out of a destructor, ends the process at once. The C
-// runtime's abort would show a message first, whose loop runs handlers in a state that cannot be trusted, and
-// the library would print its name first, for a reader whom a Control Panel host does not have.
-void __verbose_terminate_handler()
-{
-    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(STATUS_FATAL_APP_EXIT));
-    __builtin_trap();
-}
-
-} // namespace __gnu_cxx
 
 namespace std {
 
