@@ -87,8 +87,14 @@ int OpenFlags(DWORD access, DWORD disposition)
     return create | truncate | O_CLOEXEC | (writes ? O_RDWR : O_RDONLY);
 }
 
+// Of a file that is new, with Windows' attributes.
+mode_t ModeOf(DWORD attributes)
+{
+    return (attributes & FILE_ATTRIBUTE_READONLY) == 0 ? 0644 : 0444;
+}
+
 HANDLE Create(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* /*security*/, DWORD disposition,
-              DWORD /*attributes*/, HANDLE /*pattern*/)
+              DWORD attributes, HANDLE /*pattern*/)
 {
     const SystemString path = NativePath(name);
     if (path.empty())
@@ -100,7 +106,7 @@ HANDLE Create(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* /*sec
     const DWORD refusal = exists ? Refusal(status, access, share, disposition) : DWORD{ERROR_SUCCESS};
     if (refusal != ERROR_SUCCESS)
         return FailToOpen(refusal);
-    const int descriptor = drive::Open(path, OpenFlags(access, disposition), 0644);
+    const int descriptor = drive::Open(path, OpenFlags(access, disposition), ModeOf(attributes));
     if (descriptor < 0)
         return FailToOpen(ErrorOf(path));
     drive::Status(descriptor, status);
@@ -234,7 +240,7 @@ DWORD Attributes(LPCSTR name)
 
 int SetWritable(const SystemString& path, bool isWritable)
 {
-    return drive::ChangeMode(path, isWritable ? 0644 : 0444);
+    return drive::ChangeMode(path, ModeOf(isWritable ? FILE_ATTRIBUTE_NORMAL : FILE_ATTRIBUTE_READONLY));
 }
 
 BOOL SetAttributes(LPCSTR name, DWORD attributes)

@@ -1,6 +1,8 @@
 // The command that compares the machine with a document, and those that need no machine.
 #include "CommandMachine.h"
 
+#include <algorithm>
+
 namespace {
 
 using TestCommand = CommandMachine;
@@ -55,18 +57,62 @@ TEST(Schema, NamesEveryMemberOfEverySection)
     EXPECT_TRUE(members.contains("_inDesiredState"));
 }
 
-TEST(Help, NamesEveryCommandAndExitCode)
+// What `vtncfg` prints about a command, each run of blanks as one.
+std::string HelpOf(std::vector<std::string> command)
 {
+    command.emplace_back("--help");
     TestStreams streams;
-    EXPECT_EQ(RunCommand({"--help"}, streams), ExitCode::Done);
-    for (const char* word :
-         {"get", "set", "test", "restart", "schema", "--json-errors", "--version", "Exit codes: 0"})
-        EXPECT_NE(streams.output.find(word), std::string::npos) << word;
-    TestStreams set;
-    EXPECT_EQ(RunCommand({"set", "--help"}, set), ExitCode::Done);
-    for (const char* word : {"FILE", "--changes", "--what-if", "--restart"})
-        EXPECT_NE(set.output.find(word), std::string::npos) << word;
+    EXPECT_EQ(RunCommand(command, streams), ExitCode::Done);
+    std::string help = streams.output;
+    const auto areBlanks = [](char left, char right) { return left == ' ' && right == ' '; };
+    help.erase(std::unique(help.begin(), help.end(), areBlanks), help.end());
+    return help;
 }
+
+struct Described
+{
+    std::vector<std::string> command;
+    std::vector<std::string> lines; // their ends, in any order
+};
+
+class Help : public testing::TestWithParam<Described>
+{
+};
+
+TEST_P(Help, DescribesTheCommandAndItsOptions)
+{
+    const std::string help = HelpOf(GetParam().command);
+    for (const std::string& line : GetParam().lines)
+        EXPECT_NE(help.find(line + "\n"), std::string::npos) << line << "\nis not in\n" << help;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Commands, Help,
+    testing::Values(
+        Described{{},
+                  {"Reads and writes the settings of the Norvale Management Agents on this machine.",
+                   " --json-errors Errors as JSON, for programs that read them.",
+                   " --version Display program version information and exit",
+                   " get Prints the settings of this machine as one document.",
+                   " set Applies a document; prints the state after it and what has changed.",
+                   " test Prints the state, whether it is as a document says, and what differs.",
+                   " restart Restarts the agents' services.",
+                   " schema Prints the JSON Schema of the document.",
+                   "Exit codes: 0 done; 1 refused or failed; 2 wrong usage or document; 3 'test --exit-code' "
+                   "found a difference."}},
+        Described{{"get"}, {" --pretty In lines, indented, for people."}},
+        Described{{"set"},
+                  {" FILE TEXT The document; without it, or for -, standard input.",
+                   " --changes Also prints every changed member, old and new.",
+                   " --what-if Prints the same and writes nothing.",
+                   " --restart Restarts the agents when something has changed."}},
+        Described{{"test"},
+                  {" FILE TEXT The document; without it, or for -, standard input.",
+                   " --exit-code Ends with exit code 3 when something differs."}},
+        Described{{"schema"}, {" --pretty In lines, indented, for people."}}),
+    [](const testing::TestParamInfo<Described>& described) {
+        return described.param.command.empty() ? "program" : described.param.command.front();
+    });
 
 TEST(Version, IsTheProductsOwn)
 {

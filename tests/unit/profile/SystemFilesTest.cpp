@@ -50,6 +50,18 @@ TEST(SystemFiles, AreCreatedAndEmptiedByTheirDispositions)
     EXPECT_EQ(file.Content(), "");
 }
 
+TEST(SystemFiles, AreNewWithTheirAttributes)
+{
+    const ScratchFile file;
+    const HANDLE handle =
+        CreateFileA(file.Path(), readWrite, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_READONLY, nullptr);
+    DWORD count = 0;
+    EXPECT_TRUE(WriteFile(handle, "text", 4, &count, nullptr)); // the handle may all the same
+    CloseHandle(handle);
+    EXPECT_TRUE(file.IsReadOnly());
+    EXPECT_EQ(file.Content(), "text");
+}
+
 TEST(SystemFiles, AreSharedOnlyAsEveryHandleAllows)
 {
     const ScratchFile file;

@@ -4,6 +4,7 @@
 #include "support/ServiceScript.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace {
 
@@ -197,6 +198,44 @@ TEST_F(GetDependentServicesTest, OpensTheServiceForEveryUse)
     EXPECT_TRUE(GetDependentServices("SNMP", names));
     EXPECT_EQ(m_manager.Log().CallsOf({"OpenSCManagerA", "OpenServiceA"}),
               (Names{"OpenSCManagerA ServicesActive 0x20000000", "OpenServiceA SNMP 0xf01ff"}));
+}
+
+using ReadServiceConfigTest = ServiceQueries;
+
+std::optional<ServiceConfig> ConfigOf(const char* service)
+{
+    return ReadServiceConfig(OpenServiceForControl(service).Get());
+}
+
+TEST_F(ReadServiceConfigTest, HasStartTypeNameAndDependencies)
+{
+    m_manager.Add(
+        "Agent",
+        {.displayName = "An agent", .startType = SERVICE_DISABLED, .dependencies = {"SNMP", "VtMgServ"}});
+    const std::optional<ServiceConfig> config = ConfigOf("Agent");
+    ASSERT_TRUE(config.has_value());
+    EXPECT_EQ(config->startType, DWORD{SERVICE_DISABLED});
+    EXPECT_EQ(config->displayName, "An agent");
+    EXPECT_EQ(config->dependencies, (Names{"SNMP", "VtMgServ"}));
+    EXPECT_EQ(m_manager.Log().CallsOf({"QueryServiceConfigA"}).size(), 1U);
+}
+
+TEST_F(ReadServiceConfigTest, AsksAgainWithRoomForALongList)
+{
+    const Names dependencies(40, "A service with a long name, on which it depends");
+    m_manager.Add("Agent", {.dependencies = dependencies});
+    const std::optional<ServiceConfig> config = ConfigOf("Agent");
+    ASSERT_TRUE(config.has_value());
+    EXPECT_EQ(config->dependencies, dependencies);
+    EXPECT_EQ(m_manager.Log().CallsOf({"QueryServiceConfigA"}).size(), 2U);
+}
+
+TEST_F(ReadServiceConfigTest, IsNothingWhenTheManagerRefuses)
+{
+    m_manager.Add("Agent", {});
+    m_manager.Fail("QueryServiceConfigA", "Agent", ERROR_ACCESS_DENIED);
+    EXPECT_FALSE(ConfigOf("Agent").has_value());
+    EXPECT_EQ(m_manager.Log().CallsOf({"QueryServiceConfigA"}).size(), 1U);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "support/RegistryCalls.h"
 #include "support/ServiceScript.h"
 #include "support/ThisProgram.h"
+#include "sysaccess/core/RegistryKey.h"
 
 namespace {
 
@@ -51,6 +52,54 @@ TEST_F(ServicesSettingsConfig, ClearsDependenciesWithAnEmptyList)
     AddAgents({});
     LoadAndSave();
     EXPECT_EQ(CallsOf("ChangeServiceConfigA").back(), "ChangeServiceConfigA VtMgHost dependencies=");
+}
+
+// All services as they are to be: the main one starts and depends on SNMP, the others are disabled.
+class ServicesSettingsThatStay : public ServicesSettingsConfig
+{
+  protected:
+    ServicesSettingsThatStay()
+    {
+        m_machine.InstallSnmp();
+        AddAgents({"VtMgHost"});
+        for (const AgentService& service : agentServices)
+            m_services.Add(service.name, {.startType = SERVICE_DISABLED});
+        m_services.Add("VtMgHost", {.startType = SERVICE_AUTO_START, .dependencies = {"SNMP"}});
+    }
+
+    [[nodiscard]] Names ChangesOfASave()
+    {
+        const EqualValuesStay stay;
+        LoadAndSave();
+        return CallsOf("ChangeServiceConfigA");
+    }
+};
+
+TEST_F(ServicesSettingsThatStay, AreNotWrittenToTheManager)
+{
+    EXPECT_EQ(ChangesOfASave(), Names{});
+}
+
+TEST_F(ServicesSettingsThatStay, AreWrittenWithoutTheWishToLeaveThem)
+{
+    LoadAndSave();
+    EXPECT_EQ(CallsOf("ChangeServiceConfigA").size(), 5U);
+}
+
+TEST_F(ServicesSettingsThatStay, AreWrittenWhereTheManagerHasOthers)
+{
+    m_services.Add("VtMgHost", {.startType = SERVICE_DEMAND_START, .dependencies = {"VtMgStor"}});
+    m_services.Add("VtMgStor", {.startType = SERVICE_AUTO_START});
+    EXPECT_EQ(ChangesOfASave(),
+              (Names{"ChangeServiceConfigA VtMgHost startType=2", "ChangeServiceConfigA VtMgStor startType=4",
+                     "ChangeServiceConfigA VtMgHost dependencies=SNMP/"}));
+}
+
+TEST_F(ServicesSettingsThatStay, AreWrittenWhereTheManagerDoesNotSayWhatItHas)
+{
+    m_services.Fail("QueryServiceConfigA", "VtMgHost", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(ChangesOfASave(), (Names{"ChangeServiceConfigA VtMgHost startType=2",
+                                       "ChangeServiceConfigA VtMgHost dependencies=SNMP/"}));
 }
 
 TEST_F(ServicesSettingsConfig, EndsTheListOfDependenciesWithTwoZeros)
