@@ -3,10 +3,33 @@
 
 namespace sweep {
 
+void CallRecorder::ArmLasting(std::size_t first, std::map<std::string, DWORD> functions, const char* from,
+                              const char* until)
+{
+    Arm(first, 0, from, until);
+    const std::lock_guard lock(m_mutex);
+    m_lasting = std::move(functions);
+}
+
+DWORD CallRecorder::CodeOf(const std::string& function) const
+{
+    const auto lasting = m_lasting.find(function);
+    return lasting == m_lasting.end() ? m_code : lasting->second;
+}
+
+bool CallRecorder::Fails(const std::string& function)
+{
+    if (m_lasting.empty())
+        return m_calls.size() + 1 == m_failing;
+    return m_lasting.contains(function) && ++m_lastingCalls >= m_failing;
+}
+
 void CallRecorder::Arm(std::size_t failing, DWORD code, const char* from, const char* until)
 {
     const std::lock_guard lock(m_mutex);
     m_calls.clear();
+    m_lasting.clear();
+    m_lastingCalls = 0;
     m_failing = failing;
     m_code = code;
     m_from = from == nullptr ? "" : from;
@@ -27,8 +50,9 @@ bool CallRecorder::Begin(Call call)
         return false;
     call.boxes = m_boxes;
     m_isArmed = call.function != m_until;
+    call.hasFailed = Fails(call.function);
     m_calls.push_back(std::move(call));
-    const bool isFailing = m_calls.size() == m_failing;
+    const bool isFailing = m_calls.back().hasFailed;
     lock.unlock();
     if (!isFailing || !m_instead)
         return isFailing;

@@ -30,6 +30,7 @@ struct Call
     std::string purpose = {}; // what its other arguments ask for: "size" or "data", "save", ...; mostly empty
     Role role = Role::Asks;
     std::size_t boxes = 0; // message boxes shown before it
+    bool hasFailed = false;
 };
 
 // Used by the UI thread while an operation runs, and by the test before and after.
@@ -39,6 +40,10 @@ class CallRecorder
     // From now on calls are kept, and number `failing` (from 1) of them fails with `code`; none for 0. With
     // `from`, the first call of that function is number 1; with `until`, the first of that one is the last.
     void Arm(std::size_t failing, DWORD code, const char* from = nullptr, const char* until = nullptr);
+    // The same, but of the calls of these functions, each with the error that it answers, number `first` and
+    // all behind it fail.
+    void ArmLasting(std::size_t first, std::map<std::string, DWORD> functions, const char* from = nullptr,
+                    const char* until = nullptr);
     // From now on calls pass and are not kept; what they open and close is still noted.
     void Disarm();
     // From now on the call with the failing number does not fail: `action` comes before it, on its thread.
@@ -51,8 +56,8 @@ class CallRecorder
 
     // Reports a call; true when it is to fail.
     bool Begin(Call call);
-    // The error that the failing call answers.
-    [[nodiscard]] DWORD Code() const { return m_code; }
+    // The error that a failing call of the function answers.
+    [[nodiscard]] DWORD CodeOf(const std::string& function) const;
 
     // A call opened `handle`, or closed it.
     void Open(const void* handle, const std::string& place);
@@ -70,6 +75,9 @@ class CallRecorder
     [[nodiscard]] std::map<const void*, std::string> OpenHandles() const;
 
   private:
+    // Counts a call; whether it is to fail.
+    bool Fails(const std::string& function);
+
     mutable support::Mutex m_mutex;
     std::vector<Call> m_calls;
     std::map<const void*, std::string> m_open;
@@ -77,6 +85,8 @@ class CallRecorder
     std::function<void()> m_instead;
     std::string m_from;
     std::string m_until;
+    std::map<std::string, DWORD> m_lasting; // which functions fail lastingly, with their errors
+    std::size_t m_lastingCalls = 0;
     std::size_t m_failing = 0;
     std::size_t m_boxes = 0;
     DWORD m_code = 0;

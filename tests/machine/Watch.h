@@ -149,8 +149,9 @@ class Watch<name, Result(Arguments...), says, role, codes...>
 
     static Result Fail(const CallRecorder& recorder)
     {
-        SetLastError(recorder.Code());
-        return Failure<Result>(says, recorder.Code());
+        const DWORD code = recorder.CodeOf(Name());
+        SetLastError(code);
+        return Failure<Result>(says, code);
     }
 
     static void NoteOpened(CallRecorder& recorder, const void* handle, const std::string& place)

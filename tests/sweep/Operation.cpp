@@ -7,6 +7,7 @@
 #include "support/SystemFunction.h"
 #include "sweep/SheetPicture.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -27,9 +28,48 @@ constexpr char remoteLumora[] = "Remote Lumora";
 
 void EditNothing(AppletHost& /*host*/) {}
 
-void MoveAgent(AppletHost& host)
+// Moves an agent from one list to the other, if it is there.
+void MoveAgent(const DialogDriver& page, const std::string& agent, int list, int button)
 {
-    host.ActivePage().Click(IDC_SERVICES_ADD);
+    const std::vector<std::string> agents = page.Items(list);
+    const auto found = std::find(agents.begin(), agents.end(), agent);
+    if (found == agents.end())
+        return;
+    page.Select(list, static_cast<int>(found - agents.begin()));
+    page.Click(button);
+}
+
+// Also one that is active already, after a failure in the middle of a save.
+void ActivateAgent(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    MoveAgent(page, "VTNHOST2 Agent", IDC_SERVICES_ACTIVE_LIST, IDC_SERVICES_REMOVE);
+    MoveAgent(page, "VTNHOST2 Agent", IDC_SERVICES_INACTIVE_LIST, IDC_SERVICES_ADD);
+}
+
+void DeactivateAgent(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    MoveAgent(page, "VTNHOST1 Agent", IDC_SERVICES_INACTIVE_LIST, IDC_SERVICES_ADD);
+    MoveAgent(page, "VTNHOST1 Agent", IDC_SERVICES_ACTIVE_LIST, IDC_SERVICES_REMOVE);
+}
+
+// Clicks a box, once or twice, until it is ticked, or is not, so that it counts as changed; unless it is
+// disabled, as after a failed opening.
+void Tick(const DialogDriver& page, int box)
+{
+    if (!page.IsEnabled(box))
+        return;
+    page.Uncheck(box);
+    page.Check(box);
+}
+
+void Untick(const DialogDriver& page, int box)
+{
+    if (!page.IsEnabled(box))
+        return;
+    page.Check(box);
+    page.Uncheck(box);
 }
 
 void EditSnmpSettings(AppletHost& host)
@@ -37,9 +77,20 @@ void EditSnmpSettings(AppletHost& host)
     const DialogDriver page = host.ActivePage();
     page.Select(IDC_SNMP_INTERVAL, 7);
     for (const int box : {IDC_SNMP_REMOTE_REBOOT, IDC_SNMP_EXCEPTION_TRAP, IDC_SNMP_DISABLE_RACK_TRAPS})
-        page.Check(box);
-    page.Uncheck(IDC_SNMP_DISABLE_TELNET);
+        Tick(page, box);
+    Untick(page, IDC_SNMP_DISABLE_TELNET);
     page.SetText(IDC_SNMP_SERVER_ROLE, "Files");
+}
+
+void EditSnmpSettingsTheOtherWay(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    page.Select(IDC_SNMP_INTERVAL, 0);
+    Tick(page, IDC_SNMP_SETS); // without them the reboot is disabled
+    for (const int box : {IDC_SNMP_REMOTE_REBOOT, IDC_SNMP_SETS, IDC_SNMP_DISABLE_RACK_TRAPS})
+        Untick(page, box);
+    Tick(page, IDC_SNMP_DISABLE_TELNET);
+    page.SetText(IDC_SNMP_SERVER_ROLE, "");
 }
 
 // Also when it is off already, after a failure between the two debuggers.
@@ -54,8 +105,16 @@ void TickStorageBoxes(AppletHost& host)
 {
     const DialogDriver page = host.ActivePage();
     for (const int box : {IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_TAPE, IDC_STORAGE_SAS_TAPE})
-        page.Check(box);
-    page.Uncheck(IDC_STORAGE_ARRAY_PERFORMANCE);
+        Tick(page, box);
+    Untick(page, IDC_STORAGE_ARRAY_PERFORMANCE);
+}
+
+void UntickStorageBoxes(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    for (const int box : {IDC_STORAGE_FIBRE_TAPE, IDC_STORAGE_ARRAY_TAPE, IDC_STORAGE_SAS_TAPE})
+        Untick(page, box);
+    Tick(page, IDC_STORAGE_ARRAY_PERFORMANCE);
 }
 
 void SwitchClients(AppletHost& host)
@@ -63,16 +122,45 @@ void SwitchClients(AppletHost& host)
     host.ActivePage().Click(IDC_DESKTOP_ENABLE);
 }
 
+// A user who sees that the script's directory is missing goes no further.
+DialogDriver DesktopPageWithScript(const AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    if (page.Text(IDC_DESKTOP_SCRIPT).starts_with("\\"))
+        throw std::runtime_error("no directory is proposed");
+    return page;
+}
+
+// Also when the page shows it as on already.
+void SwitchClientsOn(AppletHost& host)
+{
+    Tick(DesktopPageWithScript(host), IDC_DESKTOP_ENABLE);
+}
+
+void SwitchClientsOff(AppletHost& host)
+{
+    Untick(DesktopPageWithScript(host), IDC_DESKTOP_ENABLE);
+}
+
 void WatchAProcess(AppletHost& host)
 {
     const DialogDriver page = host.ActivePage();
+    if (page.Items(IDC_PROCMON_LIST).size() < 2)
+        throw std::runtime_error("the process is not listed");
     page.Select(IDC_PROCMON_LIST, 1);
     page.Check(IDC_PROCMON_STOP);
 }
 
+void ForgetAProcess(AppletHost& host)
+{
+    const DialogDriver page = host.ActivePage();
+    page.Select(IDC_PROCMON_LIST, 0);
+    page.Check(IDC_PROCMON_NONE);
+}
+
 void SwitchBattery(AppletHost& host)
 {
-    host.ActivePage().Uncheck(IDC_BOARD_BATTERY);
+    Untick(host.ActivePage(), IDC_BOARD_BATTERY);
 }
 
 // --- what is swept
@@ -101,6 +189,23 @@ void Show(AppletHost& host)
         ADD_FAILURE() << "the Services page does not let go";
 }
 
+// Opens the sheet, turns to a page, edits it and presses OK. A sheet that does not show what is to be edited
+// stays open.
+template <const auto& tab, auto edit>
+void OpenAndSave(AppletHost& host)
+{
+    OpenSheet(host);
+    try {
+        if (host.HasEnded() || !host.TurnTo(&tab[0]))
+            return;
+        edit(host);
+    } catch (const std::runtime_error&) {
+        return;
+    }
+    PressOk(host);
+    (void)support::WaitUntil([&] { return host.HasEnded(); });
+}
+
 template <int button>
 void Press(AppletHost& host)
 {
@@ -120,7 +225,16 @@ constexpr Operation operations[] = {
      Show<remoteLumora>},
     {"save Storage", storage, Before::Nothing, false, nullptr, "UnhookWindowsHookEx", TickStorageBoxes,
      PressOk, true},
-    {"save Services", services, Before::Nothing, false, nullptr, "UnhookWindowsHookEx", MoveAgent, PressOk},
+    {"save Services", services, Before::Nothing, false, nullptr, "UnhookWindowsHookEx", ActivateAgent,
+     PressOk, true},
+    {"save Services with one agent less", services, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
+     DeactivateAgent, PressOk, true},
+    {"save Storage the other way", storage, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
+     UntickStorageBoxes, PressOk, true},
+    {"save SNMP Settings the other way", snmpSettings, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
+     EditSnmpSettingsTheOtherWay, PressOk, true},
+    {"save Process Monitor with one less", processMonitor, Before::Nothing, false, nullptr,
+     "UnhookWindowsHookEx", ForgetAProcess, PressOk, true},
     {"save SNMP Settings", snmpSettings, Before::Nothing, false, nullptr, "UnhookWindowsHookEx",
      EditSnmpSettings, PressOk, true},
     {"save SNMP Settings without the trap", snmpSettings, Before::ExceptionTrap, false, nullptr,
@@ -138,13 +252,36 @@ constexpr Operation operations[] = {
     {"type the name of a process", processMonitor, Before::Nothing, false, nullptr, nullptr, EditNothing,
      Press<IDC_PROCMON_ADD>},
     {"restart the agents", storage, Before::Nothing, true, "OpenSCManagerA", nullptr, TickStorageBoxes,
-     PressOk},
+     PressOk, true},
     {"send the test trap", snmpSettings, Before::Nothing, false, nullptr, nullptr, EditNothing,
      Press<IDC_SNMP_TEST_TRAP>},
     {"clear the thresholds", snmpSettings, Before::Nothing, true, nullptr, nullptr, EditNothing,
      Press<IDC_SNMP_CLEAR_THRESHOLDS>},
     {"reset the board", remoteLumora, Before::Nothing, true, nullptr, nullptr, EditNothing,
      Press<IDC_BOARD_RESET>},
+};
+// clang-format on
+
+// clang-format off: a table
+constexpr Operation openAndSave[] = {
+    {"open and save Services", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<services, ActivateAgent>, true},
+    {"open and save SNMP Settings", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<snmpSettings, EditSnmpSettings>, true},
+    {"open and save the trap alone", nullptr, Before::ExceptionTrap, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<snmpSettings, SwitchTrapOff>, true},
+    {"open and save Storage", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<storage, TickStorageBoxes>, true},
+    {"open and save Process Monitor", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<processMonitor, WatchAProcess>, true},
+    {"open and save Remote Lumora", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<remoteLumora, SwitchBattery>},
+    {"open and save without an edit", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<snmpSettings, EditNothing>, true},
+    {"open and switch desktop management on", nullptr, Before::Nothing, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<desktopMgmt, SwitchClientsOn>},
+    {"open and switch desktop management off", nullptr, Before::Clients, false, nullptr, nullptr, EditNothing,
+     OpenAndSave<desktopMgmt, SwitchClientsOff>},
 };
 // clang-format on
 
@@ -189,7 +326,8 @@ try {
 
 void Prepare(AppletHost& host, const Operation& operation)
 {
-    if (operation.act == OpenSheet)
+    const auto opensItself = [&](const Operation& other) { return other.act == operation.act; };
+    if (operation.act == OpenSheet || std::ranges::any_of(openAndSave, opensItself))
         return;
     host.Open();
     if (operation.tab != nullptr && !host.TurnTo(operation.tab))
@@ -239,6 +377,11 @@ std::span<const Operation> Operations()
     return operations;
 }
 
+std::span<const Operation> OpenAndSaveOperations()
+{
+    return openAndSave;
+}
+
 Picture Difference(const Picture& expected, const Picture& found)
 {
     Picture difference;
@@ -282,7 +425,10 @@ Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault
         if (watchChanges)
             recorder.OnChange([&] { Add(outcome.seen, Look(settings, standIns)); });
         Add(outcome.seen, outcome.before);
-        recorder.Arm(fault.call, fault.code, operation.from, operation.until);
+        if (fault.lasting.empty())
+            recorder.Arm(fault.call, fault.code, operation.from, operation.until);
+        else
+            recorder.ArmLasting(fault.call, fault.lasting, operation.from, operation.until);
         memory.Arm(fault.allocation, fault.allocations);
         Do(host, operation.act);
         outcome.shown = LookAtSheet(host);

@@ -34,8 +34,11 @@ struct Operation
 
 std::ostream& operator<<(std::ostream& out, const Operation& operation);
 
-// Every operation that is swept.
+// Every operation that is swept call by call.
 [[nodiscard]] std::span<const Operation> Operations();
+
+// Operations that open the sheet and save at once: what a failed opening shows must not get stored.
+[[nodiscard]] std::span<const Operation> OpenAndSaveOperations();
 
 // How one run of an operation went.
 struct Outcome
@@ -64,6 +67,8 @@ struct Fault
     DWORD code = 0;              // its error
     std::size_t allocation = 0;  // the number of an allocation of the applet, from 1
     std::size_t allocations = 1; // how many fail from there on
+    // With functions, each with its error, only calls of these count, and all from number `call` on fail.
+    std::map<std::string, DWORD> lasting = {};
 };
 
 // Runs the operation on settings of its own. With `watchChanges`, `seen` is filled at every change.
