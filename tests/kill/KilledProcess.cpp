@@ -107,7 +107,7 @@ class QuietStreams : public Streams
     std::string ReadInput() override { return m_document; }
     std::string ReadFile(const std::string& /*name*/) override { return {}; }
     void Write(const std::string& /*text*/) override {}
-    void WriteError(const std::string& text) override { throw std::runtime_error(text); }
+    void WriteError(std::string_view text) override { throw std::runtime_error(std::string(text)); }
 
   private:
     std::string m_document;
