@@ -104,6 +104,9 @@ constexpr Silence silences[] = {
     {"WritePrivateProfileStringA", "VTNCLNT.INI"},
     // The answers of the five deletions are compared in a chain.
     {"RegDeleteKeyA", "VortanPermanent"},
+    // It is written once for each page shown.
+    {"SetWindowsHookExA", "board"},
+    {"CreateDialogParamA", "board"},
     // The board's answer to a write.
     {"LoadLibraryA", "board"},
     {"GetProcAddress", "board"},

@@ -122,24 +122,23 @@ void SwitchClients(AppletHost& host)
     host.ActivePage().Click(IDC_DESKTOP_ENABLE);
 }
 
-// A user who sees that the script's directory is missing goes no further.
-DialogDriver DesktopPageWithScript(const AppletHost& host)
+// A user who sees that the script's directory is missing, or that all is as wished, goes no further.
+void SwitchClientsTo(const AppletHost& host, bool on)
 {
     const DialogDriver page = host.ActivePage();
-    if (page.Text(IDC_DESKTOP_SCRIPT).starts_with("\\"))
-        throw std::runtime_error("no directory is proposed");
-    return page;
+    if (page.Text(IDC_DESKTOP_SCRIPT).starts_with("\\") || page.IsChecked(IDC_DESKTOP_ENABLE) == on)
+        throw std::runtime_error("the page does not show what is to be switched");
+    page.Click(IDC_DESKTOP_ENABLE);
 }
 
-// Also when the page shows it as on already.
 void SwitchClientsOn(AppletHost& host)
 {
-    Tick(DesktopPageWithScript(host), IDC_DESKTOP_ENABLE);
+    SwitchClientsTo(host, true);
 }
 
 void SwitchClientsOff(AppletHost& host)
 {
-    Untick(DesktopPageWithScript(host), IDC_DESKTOP_ENABLE);
+    SwitchClientsTo(host, false);
 }
 
 void WatchAProcess(AppletHost& host)
