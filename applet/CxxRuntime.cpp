@@ -1,13 +1,13 @@
-// Functions of the C++ library that the applet has its own of, since those bring along much code
-// for texts that nobody would read. The linker takes each from whoever defines it first.
+// Functions of the C++ library that the applet has its own of, since those bring along much code for texts
+// that nobody would read. The linker takes each from whoever defines it first.
 #include <bits/functexcept.h>
 #include <exception>
 #include <new>
 
 namespace std {
 
-// What containers and texts throw. The library's exceptions carry a text of two kinds, for readers whom there
-// are none of. A length that no memory can hold is memory that runs out.
+// What containers and texts throw. The library's exceptions carry a text, which nobody would read here. A
+// length that no memory can hold is memory that runs out.
 void __throw_bad_alloc()
 {
     throw bad_alloc();

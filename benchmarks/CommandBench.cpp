@@ -1,7 +1,7 @@
 // `vtncfg get` from the start of the process to its end, beside a console program that reads the same values.
 #include "Measure.h"
+#include "support/ProgramPath.h"
 
-#include <array>
 #include <cstdlib>
 #include <string>
 #include <windows.h>
@@ -9,14 +9,6 @@
 namespace {
 
 constexpr double mostMore = 30; // milliseconds
-
-std::string BesideThisProgram(const std::string& relative)
-{
-    std::array<char, MAX_PATH> program{};
-    GetModuleFileNameA(nullptr, program.data(), MAX_PATH);
-    const std::string path = program.data();
-    return path.substr(0, path.rfind('\\') + 1) + relative;
-}
 
 // Its output goes nowhere.
 double RunToItsEnd(const std::string& commandLine)
@@ -51,8 +43,8 @@ double RunToItsEnd(const std::string& commandLine)
 
 int main()
 {
-    const std::string program = "\"" + BesideThisProgram("..\\vtncfg.exe") + "\" get";
-    const std::string reader = "\"" + BesideThisProgram("read_settings.exe") + "\"";
+    const std::string program = "\"" + support::BesideThisProgram("..\\vtncfg.exe") + "\" get";
+    const std::string reader = "\"" + support::BesideThisProgram("read_settings.exe") + "\"";
     const Medians medians =
         MeasureInTurn([&] { return RunToItsEnd(program); }, [&] { return RunToItsEnd(reader); });
     PrintRow("vtncfg get: a program that reads the same values", medians, "ms", 1.3);

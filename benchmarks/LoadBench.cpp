@@ -1,8 +1,8 @@
 // Loading the applet and asking it what Control Panel asks of every library (1, 2, 3), beside a library that
 // answers the same and does nothing else.
 #include "Measure.h"
+#include "support/ProgramPath.h"
 
-#include <array>
 #include <string>
 #include <windows.h>
 
@@ -10,14 +10,6 @@
 #include <cpl.h>
 
 namespace {
-
-std::string BesideThisProgram(const std::string& relative)
-{
-    std::array<char, MAX_PATH> program{};
-    GetModuleFileNameA(nullptr, program.data(), MAX_PATH);
-    const std::string path = program.data();
-    return path.substr(0, path.rfind('\\') + 1) + relative;
-}
 
 double LoadAndAsk(const std::string& path)
 {
@@ -40,8 +32,8 @@ int main()
     // Control Panel holds the system's common libraries anyway.
     for (const char* const library : {"user32.dll", "comctl32.dll", "advapi32.dll", "shell32.dll"})
         LoadLibraryA(library);
-    const std::string applet = BesideThisProgram("..\\vtnmgmt.cpl");
-    const std::string empty = BesideThisProgram("empty.cpl");
+    const std::string applet = support::BesideThisProgram("..\\vtnmgmt.cpl");
+    const std::string empty = support::BesideThisProgram("empty.cpl");
     PrintRow("load, answer 1, 2, 3: an empty library",
              MeasureInTurn([&] { return LoadAndAsk(applet); }, [&] { return LoadAndAsk(empty); }), "ms", 2.0);
     return 0;

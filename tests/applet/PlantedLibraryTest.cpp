@@ -1,5 +1,6 @@
 // Libraries that another person has put in the applet's way: none of them may be loaded.
 #include "applet/AppletTest.h"
+#include "support/ProgramPath.h"
 #include "support/TestDirectory.h"
 
 #include <array>

@@ -2,6 +2,7 @@
 #include "applet/ProcMonPageTest.h"
 #include "imports/ImportHook.h"
 #include "machine/HostAgent.h"
+#include "support/ProgramPath.h"
 #include "support/RegistryCalls.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 // What the command line writes beside what the applet's pages write for the same change, byte for byte.
 #include "applet/AppletTest.h"
 #include "command/Commands.h"
+#include "command/TestStreams.h"
 #include "machine/BoardScript.h"
 #include "machine/TaskListScript.h"
 #include "resources/resource.h"
@@ -150,26 +151,14 @@ Picture AfterThePage(const Change& change)
     return scene.Look();
 }
 
-class QuietStreams : public Streams
-{
-  public:
-    explicit QuietStreams(std::string document) : m_document(std::move(document)) {}
-
-    std::string ReadInput() override { return m_document; }
-    std::string ReadFile(const std::string& /*name*/) override { return {}; }
-    void Write(const std::string& /*text*/) override {}
-    void WriteError(std::string_view text) override { ADD_FAILURE() << text; }
-
-  private:
-    std::string m_document;
-};
-
 Picture AfterTheCommand(const std::string& document)
 {
     ClearScripts();
     const Scene scene(GetModuleHandleA(nullptr));
-    QuietStreams streams(document);
+    TestStreams streams;
+    streams.input = document;
     EXPECT_EQ(RunCommand({"set"}, streams), ExitCode::Done) << document;
+    EXPECT_EQ(streams.errors, "") << document;
     return scene.Look();
 }
 

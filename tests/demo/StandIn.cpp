@@ -1,7 +1,7 @@
 // Finds the stand-ins in the build tree.
 #include "StandIn.h"
 
-#include "support/AppletHost.h"
+#include "support/ProgramPath.h"
 
 std::filesystem::path BuiltFile(const std::string& relative)
 {

@@ -2,8 +2,10 @@
 #include "kill/KilledProcess.h"
 
 #include "command/Commands.h"
+#include "command/TestStreams.h"
 #include "machine/WatchedImports.h"
 #include "resources/resource.h"
+#include "support/ProgramPath.h"
 #include "support/SystemFunction.h"
 
 #include <algorithm>
@@ -99,25 +101,12 @@ void EndSession()
     std::thread([&] { EnumThreadWindows(saving, notify, 0); }).join();
 }
 
-class QuietStreams : public Streams
-{
-  public:
-    explicit QuietStreams(std::string document) : m_document(std::move(document)) {}
-
-    std::string ReadInput() override { return m_document; }
-    std::string ReadFile(const std::string& /*name*/) override { return {}; }
-    void Write(const std::string& /*text*/) override {}
-    void WriteError(std::string_view text) override { throw std::runtime_error(std::string(text)); }
-
-  private:
-    std::string m_document;
-};
-
 void Set(const char* document)
 {
-    QuietStreams streams(document);
-    if (RunCommand({"set"}, streams) != ExitCode::Done)
-        throw std::runtime_error("vtncfg fails");
+    TestStreams streams;
+    streams.input = document;
+    if (RunCommand({"set"}, streams) != ExitCode::Done || !streams.errors.empty())
+        throw std::runtime_error("vtncfg fails: " + streams.errors);
 }
 
 // The page shows desktop management as it is to be, although the rest may be missing: it is switched back
@@ -233,13 +222,6 @@ void Perform(Request request)
 
 // --- the process that starts it
 
-std::string ThisProgram()
-{
-    std::array<char, MAX_PATH> path{};
-    GetModuleFileNameA(nullptr, path.data(), MAX_PATH);
-    return path.data();
-}
-
 // Where a machine is busy, Wine may fail to start a process with this error.
 bool Start(std::string& commandLine, STARTUPINFOA& startup, PROCESS_INFORMATION& process)
 {
@@ -338,7 +320,7 @@ Report RunOperation(const KilledOperation& operation, Task task, const Event& ev
         {"scripts", paths.scripts},    {"standIns", standIns.is_null() ? Json::object() : standIns},
         {"report", reportFile}};
     support::WriteBytes(requestFile, request.dump());
-    const DWORD code = RunProcess('"' + ThisProgram() + "\" --perform " + requestFile);
+    const DWORD code = RunProcess('"' + support::ProgramPath() + "\" --perform " + requestFile);
     const bool isEnded = event.call != 0 && EndsProcess(event.happening);
     if (code != (isEnded ? endedCode : 0))
         throw std::runtime_error(std::string(operation.name) + ": the process ends with " +

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/AppletHost.h"
+#include "support/ProgramPath.h"
 #include "sysaccess/core/AgentNames.h"
 
 #include <array>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/AppletHost.h"
+#include "support/ProgramPath.h"
 #include "support/TestRegistry.h"
 #include "sysaccess/core/AgentServices.h"
 

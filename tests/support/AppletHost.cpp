@@ -69,14 +69,6 @@ class HeldKeys
 
 } // namespace
 
-std::string BesideThisProgram(const std::string& relative)
-{
-    std::array<char, MAX_PATH> program{};
-    GetModuleFileNameA(nullptr, program.data(), MAX_PATH);
-    const std::string path = program.data();
-    return path.substr(0, path.rfind('\\') + 1) + relative;
-}
-
 AppletHost::AppletHost(const std::string& path) : m_turn(this)
 {
     m_answer = m_thread.Start([&] {

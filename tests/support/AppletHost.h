@@ -25,9 +25,6 @@
 
 namespace support {
 
-// Full path of `relative`, a path from the directory of the test program.
-[[nodiscard]] std::string BesideThisProgram(const std::string& relative);
-
 // An applet library with one applet. Every wait has a time limit, and what goes wrong throws
 // std::runtime_error. Declare the host before the scripts that hook its module: at the end of a failed test
 // it closes the sheet by itself, and the hooks are gone by then.

@@ -1,6 +1,7 @@
 // The applet driver, on the sample applet.
 #include "support/AppletHost.h"
 #include "support/MessageBoxScript.h"
+#include "support/ProgramPath.h"
 #include "support/sample/resource.h"
 #include "support/TestRegistry.h"
 

@@ -19,6 +19,7 @@ using support::ResourceCount;
 
 // Libraries, classes, brushes and pools come with the first rounds, and stay.
 constexpr int warmUpRounds = 5;
+constexpr int reportedRounds = 1000; // between two signs of life
 int RoundCount()
 {
     return std::getenv("VTN_THOROUGH") != nullptr ? 10000 : 20;
@@ -76,8 +77,13 @@ TEST_F(LongRun, LeavesNothingBehind)
     const ResourceCount before = ResourceCount::Now();
     const std::size_t blocksBefore = m_memory.Held();
     const std::size_t bytesBefore = PrivateBytes();
-    for (int round = 0; round < rounds; ++round)
+    for (int round = 0; round < rounds; ++round) {
         OpenAndClose(round);
+        if ((round + 1) % reportedRounds == 0) {
+            std::printf("opened %d times\n", round + 1);
+            std::fflush(stdout);
+        }
+    }
     m_subject.host.Thread().Settle();
     const std::size_t bytesAfter = PrivateBytes();
     support::ExpectNoLeak(before);

@@ -4,6 +4,7 @@
 
 #include "command/Commands.h"
 #include "command/Json.h"
+#include "command/TestStreams.h"
 #include "machine/AgentMachine.h"
 #include "machine/BoardScript.h"
 #include "machine/TaskListScript.h"
@@ -15,23 +16,7 @@
 #include "support/TestDirectory.h"
 
 #include <gtest/gtest.h>
-#include <map>
 #include <optional>
-
-// The streams of one command.
-class TestStreams : public Streams
-{
-  public:
-    std::string ReadInput() override { return input; }
-    std::string ReadFile(const std::string& name) override { return files.at(name); }
-    void Write(const std::string& text) override { output += text; }
-    void WriteError(std::string_view text) override { errors += text; }
-
-    std::string input;
-    std::map<std::string, std::string> files;
-    std::string output;
-    std::string errors;
-};
 
 // What a command left behind.
 struct Answer

@@ -1,7 +1,7 @@
 // The built vthstutl.dll, on the machine's processes and on made-up ones.
 #include "hostutil/TaskRecord.h"
 #include "imports/ImportHook.h"
-#include "support/AppletHost.h"
+#include "support/ProgramPath.h"
 
 #include <algorithm>
 #include <cstdlib>

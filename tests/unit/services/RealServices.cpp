@@ -1,7 +1,7 @@
 // Registers and removes the tests' services. See the header.
 #include "RealServices.h"
 
-#include "support/AppletHost.h"
+#include "support/ProgramPath.h"
 #include "support/UiThread.h"
 
 #include <gtest/gtest.h>
