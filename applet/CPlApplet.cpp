@@ -1,6 +1,7 @@
 // The library's one export: the messages of the Control Panel.
 #include "applet/SheetSession.h"
 #include "applet/VtnCpl.h"
+#include "sysaccess/core/ExceptionMemory.h"
 #include "sysaccess/Help.h"
 #include "sysaccess/MessageBoxes.h"
 
@@ -14,14 +15,6 @@ extern "C" LONG APIENTRY CPlApplet(HWND hwndCPl, UINT msg, LPARAM lParam1, LPARA
 namespace {
 
 constexpr LONG appletCount = 1;
-
-// A thread's first exception takes memory that the C++ library does not check for. The first message still
-// has it.
-void PrepareExceptions()
-try {
-    throw std::bad_alloc();
-} catch (const std::bad_alloc&) {
-}
 
 void Initialise()
 {

@@ -4,6 +4,7 @@
 #include "command/Commands.h"
 #include "command/ConsoleStreams.h"
 #include "command/ErrorLines.h"
+#include "sysaccess/core/ExceptionMemory.h"
 
 #include <new>
 
@@ -15,6 +16,7 @@ extern "C" int wmain(int count, wchar_t** arguments);
 
 int wmain(int count, wchar_t** arguments)
 {
+    PrepareExceptions();
     ConsoleStreams streams;
     try {
         std::vector<std::string> texts;

@@ -2,6 +2,8 @@
 // behind a lock that takes memory when it is first used; without memory the lock throws an exception, for
 // which the reserve is asked, and so on until the stack of the Control Panel host is full. The linker takes
 // these functions instead.
+#include "sysaccess/core/ExceptionMemory.h"
+
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -9,6 +11,7 @@
 #include <cstring>
 #include <cxxabi.h>
 #include <exception>
+#include <new>
 
 namespace {
 
@@ -57,6 +60,12 @@ void GiveBack(void* block)
 }
 
 } // namespace
+
+void PrepareExceptions()
+try {
+    throw std::bad_alloc();
+} catch (const std::bad_alloc&) {
+}
 
 namespace __cxxabiv1 {
 extern "C" {

@@ -85,20 +85,28 @@ class HalfWrite
     support::ReplacedImport m_import;
 };
 
-// What the system sends to all windows when its user logs off, and what a host does that is closed. The
-// thread that saves finds it when it next looks for messages.
-void EndSession()
+BOOL CALLBACK EndSessionOf(HWND window, LPARAM /*unused*/)
+{
+    SendNotifyMessageA(window, WM_QUERYENDSESSION, 0, 0);
+    SendNotifyMessageA(window, WM_ENDSESSION, TRUE, 0);
+    if (GetWindow(window, GW_OWNER) != nullptr)
+        PostMessageA(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
+BOOL CALLBACK CloseHost(HWND window, LPARAM /*unused*/)
+{
+    if (GetWindow(window, GW_OWNER) == nullptr)
+        PostMessageA(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
+// What the system sends to all windows when its user logs off, or asks a program's own window that is to end.
+// It comes from another thread; the one that saves finds it when it next looks for messages.
+void SendToWindows(WNDENUMPROC message)
 {
     const DWORD saving = GetCurrentThreadId();
-    const auto notify = [](HWND window, LPARAM /*unused*/) -> BOOL {
-        SendNotifyMessageA(window, WM_QUERYENDSESSION, 0, 0);
-        SendNotifyMessageA(window, WM_ENDSESSION, TRUE, 0);
-        // The host's own window stays, for the test.
-        if (GetWindow(window, GW_OWNER) != nullptr)
-            PostMessageA(window, WM_CLOSE, 0, 0);
-        return TRUE;
-    };
-    std::thread([&] { EnumThreadWindows(saving, notify, 0); }).join();
+    std::thread([&] { EnumThreadWindows(saving, message, 0); }).join();
 }
 
 void Set(const char* document)
@@ -156,7 +164,9 @@ class Stage
         case Happening::AnotherSaves:
             return LetAnotherSave();
         case Happening::SessionEnds:
-            return EndSession();
+            return SendToWindows(&EndSessionOf);
+        case Happening::HostCloses:
+            return SendToWindows(&CloseHost);
         default:
             EndProcess(m_request, m_recorder, m_standIns);
         }
@@ -193,7 +203,7 @@ void PerformInApplet(const Request& request, AppletHost& host, Stage<WatchedImpo
     if (request.task == Task::Repair && operation.restore != nullptr)
         operation.restore(host);
     else if (!host.HasEnded())
-        host.PressCancel();
+        ClosesSheet(request.event.happening) ? host.WaitForEnd() : host.PressCancel();
 }
 
 void PerformInCommand(const Request& request, Stage<SettingsImports>& stage)

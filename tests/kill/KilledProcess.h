@@ -16,7 +16,8 @@ enum class Happening
     ProcessEnds,
     ProcessEndsHalfway, // through a WriteFile
     AnotherSaves,       // all of its operation, in a process of its own
-    SessionEnds,        // the windows get the messages of the system, and are closed
+    SessionEnds, // the windows get the messages of the system, and the sheet and its dialogs are closed
+    HostCloses,  // Control Panel's own window is closed, with all that it owns
 };
 
 // What happens before call number `call` (from 1) of the process; nothing for 0.
@@ -26,6 +27,12 @@ struct Event
     Happening happening = Happening::ProcessEnds;
     std::string other = {}; // the operation of the one who saves
 };
+
+// Whether it takes the sheet away.
+[[nodiscard]] constexpr bool ClosesSheet(Happening happening)
+{
+    return happening == Happening::SessionEnds || happening == Happening::HostCloses;
+}
 
 [[nodiscard]] constexpr bool EndsProcess(Happening happening)
 {

@@ -1,6 +1,6 @@
 // Lets others work on the same settings at every step of an operation: another applet or vtncfg that saves
-// all of its own, and a session that ends. A sample runs each time; all cases with VTN_THOROUGH in the
-// environment.
+// all of its own, and a session or host that ends. A sample runs each time; all cases with VTN_THOROUGH in
+// the environment.
 #include "kill/Scene.h"
 
 #include <algorithm>
@@ -38,6 +38,10 @@ constexpr Encounter encounters[] = {
     {"switch on", Happening::SessionEnds, "the end of the session", false},
     {"restart the agents", Happening::SessionEnds, "the end of the session", true},
     {"clear the thresholds", Happening::SessionEnds, "the end of the session", false},
+    {"save SNMP Settings", Happening::HostCloses, "the end of its host", false},
+    {"switch on", Happening::HostCloses, "the end of its host", false},
+    {"restart the agents", Happening::HostCloses, "the end of its host", true},
+    {"clear the thresholds", Happening::HostCloses, "the end of its host", true},
 };
 
 std::vector<Encounter> Encounters()

@@ -131,7 +131,9 @@ void UiThread::Settle(std::chrono::milliseconds limit) const
     for (int round = 0; round < 2; ++round) {
         const LONG_PTR marker = GetWindowLongPtrA(m_frame, GWLP_USERDATA) + 1;
         PostMessageA(m_frame, markerMessage, static_cast<WPARAM>(marker), 0);
-        const auto hasArrived = [&] { return GetWindowLongPtrA(m_frame, GWLP_USERDATA) == marker; };
+        const auto hasArrived = [&] {
+            return IsWindow(m_frame) == FALSE || GetWindowLongPtrA(m_frame, GWLP_USERDATA) == marker;
+        };
         if (!WaitUntil(hasArrived, limit))
             throw std::runtime_error("the UI thread handles no messages");
     }

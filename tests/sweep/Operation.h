@@ -26,7 +26,7 @@ struct Operation
     bool agrees;       // to what is asked
     const char* from;  // counting begins with this function; null: at once
     const char* until; // and ends with this one, before the restart is offered; null: with the sheet
-    void (*edit)(support::AppletHost& host);
+    void (*edit)(support::AppletHost& host); // once the sheet is open; null: `act` opens it
     void (*act)(support::AppletHost& host);
     // Done once more after a failure that the user heard of, it ends as without the failure.
     bool settles = false;
