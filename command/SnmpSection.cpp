@@ -103,8 +103,7 @@ void SnmpSection::Take(const Json& wanted)
         return;
     if (wanted.contains("remoteReboot"))
         RefuseMember(PathOf("remoteReboot"), "needs SNMP sets; set setsEnabled to true as well");
-    m_settings.KeepRemoteRebootToSets();
-    m_changes |= RemoteRebootChanged;
+    m_settings.KeepRemoteRebootToSets(); // it is stored with the sets, which have changed
 }
 
 void SnmpSection::Save()

@@ -1,10 +1,12 @@
 // The library's entry: the Control Panel's messages and what they answer.
 #include "applet/AppletTest.h"
 #include "imports/ImportHook.h"
+#include "support/ModuleMemory.h"
 
 #include <array>
 #include <cpl.h>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -84,6 +86,21 @@ INSTANTIATE_TEST_SUITE_P(Messages, UnknownMessage,
 TEST_F(Entry, StopAnswers0)
 {
     EXPECT_EQ(m_host.Send(CPL_STOP), 0);
+}
+
+TEST_F(Entry, ADoubleClickWithoutMemoryIsReportedAsAnError)
+{
+    m_boxes.Answer(IDOK);
+    support::ModuleMemory memory(m_host.Module());
+    memory.Arm(1, std::numeric_limits<std::size_t>::max());
+    EXPECT_EQ(m_host.Send(CPL_DBLCLK), 0);
+    memory.Disarm();
+    ASSERT_EQ(m_boxes.Shown().size(), 1U);
+    const support::ShownBox box = m_boxes.Shown().front();
+    EXPECT_EQ(box.owner, m_host.Frame());
+    EXPECT_TRUE(box.text.starts_with("There is not enough memory to go on.")) << box.text;
+    EXPECT_EQ(box.caption, "Management Agents Error");
+    EXPECT_EQ(box.style, UINT{MB_ICONHAND});
 }
 
 TEST_F(Entry, OnlyUnknownMessagesMakeTheirText)

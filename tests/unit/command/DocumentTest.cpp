@@ -80,6 +80,19 @@ TEST(Changes, AreListedMemberByMember)
     EXPECT_EQ(changes[2].before, "none");
 }
 
+TEST(Changes, OfAMemberThatIsNoObjectOnOneSideAreOne)
+{
+    const Json plain = {{"a", 1}};
+    const Json object = {{"a", {{"x", 1}, {"y", 2}}}};
+    for (const auto& [before, after] : {std::pair(plain, object), std::pair(object, plain)}) {
+        const std::vector<MemberChange> changes = ChangesBetween("", before, after, "none");
+        ASSERT_EQ(changes.size(), 1);
+        EXPECT_EQ(changes[0].path, "a");
+        EXPECT_EQ(changes[0].before, before["a"]);
+        EXPECT_EQ(changes[0].after, after["a"]);
+    }
+}
+
 TEST(CodePage, TakesBackWhatItGave)
 {
     for (const char* text : {"", "plain", "a b\\c"}) {

@@ -6,11 +6,13 @@
 
 #include "support/ModuleMemory.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <functional>
 #include <memory>
+#include <sstream>
 
 namespace {
 
@@ -194,10 +196,14 @@ class MissingMemory : public testing::TestWithParam<Command>
         EXPECT_EQ(WithoutScript(found.stored), WithoutScript(reference.stored));
     }
 
-    // The line says why.
+    // A line says why; all are in the form that was asked for.
     void CheckFailure(const End& reference, const End& found) const
     {
-        EXPECT_NE(found.errors, "");
+        EXPECT_TRUE(found.errors.ends_with('\n')) << found.errors;
+        const bool isJson = std::ranges::count(GetParam().arguments, "--json-errors") != 0;
+        std::istringstream lines(found.errors);
+        for (std::string line; std::getline(lines, line);)
+            EXPECT_TRUE(isJson ? Json::accept(line) : line.starts_with("vtncfg: ")) << line;
         EXPECT_EQ(found.errors.find("bad_alloc"), std::string::npos) << found.errors;
         CheckStored(reference, found);
     }

@@ -59,6 +59,19 @@ TEST_F(ScriptDirectory, IsThatOfTheShareWithoutAVersion)
     EXPECT_EQ(FindScriptDirectory(), "C:\\scripts");
 }
 
+BOOL WINAPI AnswerVersion5(LPOSVERSIONINFOA version)
+{
+    version->dwMajorVersion = 5;
+    return TRUE;
+}
+
+TEST_F(ScriptDirectory, IsThatOfTheShareFromWindows2000On)
+{
+    m_shares.Add("NETLOGON", {.path = "C:\\scripts"});
+    const support::ReplacedImport version(thisProgram, "GetVersionExA", &AnswerVersion5);
+    EXPECT_EQ(FindScriptDirectory(), "C:\\scripts");
+}
+
 BOOL WINAPI AnswerVersion4(LPOSVERSIONINFOA version)
 {
     version->dwMajorVersion = 4;

@@ -239,6 +239,32 @@ TEST_F(EventPageSave, WritesOnlyTheChangedPart)
     support::ExpectAbsent(m_parameters, "DestinationPassword");
 }
 
+TEST_F(EventPageSave, WritesEveryPartThatChangedInAnyOrder)
+{
+    const auto changeList = [this] {
+        SetText(IDC_EVENT_NEW_NAME, "BETA");
+        Click(IDC_EVENT_ADD);
+    };
+    const auto changeAccount = [this] {
+        SetText(IDC_EVENT_PASSWORD, "other secret");
+        SetText(IDC_EVENT_USER, "other");
+        SetText(IDC_EVENT_PASSWORD, "new");
+    };
+    for (const bool isListFirst : {true, false}) {
+        Store({"ALPHA"}, "events", "secret");
+        Open();
+        if (isListFirst)
+            changeList();
+        changeAccount();
+        if (!isListFirst)
+            changeList();
+        Save();
+        support::ExpectMultiString(m_parameters, "Destination", {"ALPHA", "BETA"});
+        support::ExpectString(m_parameters, "DestinationUsername", "other");
+        support::ExpectBinary(m_parameters, "DestinationPassword", ScramblePassword("new"));
+    }
+}
+
 TEST_F(EventPageSave, WritesAChangedPasswordScrambled)
 {
     Store({});

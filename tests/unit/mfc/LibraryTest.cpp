@@ -53,4 +53,10 @@ TEST_F(LibraryTest, IsNotLoadedWhenItsApplicationRefuses)
     EXPECT_EQ(LoadLibraryA(SampleName), nullptr);
 }
 
+TEST_F(LibraryTest, IsNotLoadedWithoutAnApplication)
+{
+    EXPECT_EQ(LoadLibraryA("mfc_sample_without_application.dll"), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_DLL_INIT_FAILED});
+}
+
 } // namespace
