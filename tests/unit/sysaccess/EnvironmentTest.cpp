@@ -3,6 +3,7 @@
 
 #include "imports/ImportHook.h"
 #include "support/FailNth.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/ComputerName.h"
 
 #include <array>
@@ -12,7 +13,7 @@
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 using FailExpansion = support::FailNth<"ExpandEnvironmentStringsA", decltype(ExpandEnvironmentStringsA)>;
 
@@ -27,7 +28,7 @@ TEST(Environment, FitsABufferWithItsZero)
 TEST(Environment, IsNotExpandedWhenWindowsRefuses)
 {
     std::array<char, 64> buffer{};
-    const FailExpansion refuse(self, 1, 0);
+    const FailExpansion refuse(thisProgram, 1, 0);
     EXPECT_FALSE(ExpandEnvironment("%windir%", buffer));
 }
 
@@ -42,7 +43,7 @@ TEST(Environment, LeavesATextWhoseExpansionFails)
 {
     for (const int call : {1, 2}) {
         std::string text = "%windir%";
-        const FailExpansion refuse(self, call, 0);
+        const FailExpansion refuse(thisProgram, call, 0);
         ExpandEnvironment(text);
         EXPECT_EQ(text, "%windir%") << call;
     }
@@ -53,7 +54,7 @@ TEST(Environment, LeavesATextThatGrewMeanwhile)
 {
     std::string text = "%windir%";
     const auto grow = support::HookImport<decltype(ExpandEnvironmentStringsA)>(
-        self, "ExpandEnvironmentStringsA", [](auto original, LPCSTR source, LPSTR target, DWORD size) {
+        thisProgram, "ExpandEnvironmentStringsA", [](auto original, LPCSTR source, LPSTR target, DWORD size) {
             const DWORD needed = original(source, target, size);
             return size == 0 ? needed : size + 1;
         });
@@ -68,7 +69,7 @@ class ComputerNameOf : public testing::TestWithParam<const char*>
 TEST_P(ComputerNameOf, IsReadUpToTheLongest)
 {
     const auto name = support::HookImport<decltype(GetComputerNameA)>(
-        self, "GetComputerNameA", [](auto, LPSTR buffer, LPDWORD size) -> BOOL {
+        thisProgram, "GetComputerNameA", [](auto, LPSTR buffer, LPDWORD size) -> BOOL {
             const std::size_t length = std::strlen(GetParam());
             const bool fits = length < *size;
             *size = static_cast<DWORD>(fits ? length : length + 1);
@@ -83,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(Lengths, ComputerNameOf, testing::Values("S", "FOURTEEN
 
 TEST(ComputerName, IsEmptyWhenWindowsRefuses)
 {
-    const support::FailNth<"GetComputerNameA", decltype(GetComputerNameA)> refuse(self, 1, FALSE);
+    const support::FailNth<"GetComputerNameA", decltype(GetComputerNameA)> refuse(thisProgram, 1, FALSE);
     EXPECT_EQ(ComputerName(), "");
 }
 

@@ -2,6 +2,7 @@
 #include "RegistryKeyTest.h"
 
 #include "support/FailingAllocations.h"
+#include "support/ThisProgram.h"
 
 namespace {
 
@@ -53,7 +54,8 @@ TEST_F(RegistryKey, RefusesAnEnumerationThatLosesASubkey)
         m_stored.Subkey(name).Create();
     int calls = 0;
     auto fail = support::HookImport<decltype(RegEnumKeyA)>(
-        self, "RegEnumKeyA", [&](auto original, HKEY key, DWORD index, LPSTR name, DWORD size) {
+        support::thisProgram, "RegEnumKeyA",
+        [&](auto original, HKEY key, DWORD index, LPSTR name, DWORD size) {
             constexpr int counting = 4;
             return ++calls == counting + 2 ? LSTATUS{ERROR_KEY_DELETED} : original(key, index, name, size);
         });
