@@ -96,8 +96,9 @@ TEST(RestartWithoutAgents, SaysThatTheyAreNotThere)
     const support::ServiceScript services(GetModuleHandleA(nullptr), &log);
     TestStreams streams;
     EXPECT_EQ(RunCommand({"restart"}, streams), ExitCode::Failed);
-    EXPECT_TRUE(
-        streams.errors.starts_with("vtncfg: restart: The host agent's service VtMgHost is not installed"));
+    EXPECT_EQ(streams.errors,
+              "vtncfg: restart: The host agent's service VtMgHost is not installed or may not be controlled. "
+              "Run as an administrator, where the agents are installed.\n");
 }
 
 } // namespace

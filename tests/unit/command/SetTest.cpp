@@ -116,6 +116,8 @@ TEST_F(GetCommand, SaysWhichSettingsMayNotBeRead)
     const Answer answer = Run({"get"});
     EXPECT_EQ(answer.code, ExitCode::Failed);
     EXPECT_TRUE(answer.errors.starts_with("vtncfg: storage: ")) << answer.errors;
+    EXPECT_TRUE(answer.errors.ends_with(" Run as an administrator, where the agents are installed.\n"))
+        << answer.errors;
 }
 
 TEST_F(SetCommand, ChangesEachMemberAloneAndThenNothingMore)
@@ -247,6 +249,17 @@ TEST_F(SetCommand, MarksAProcessThatDoesNotRunAsAddedByHand)
     Set(R"({"processMonitor":{"RUNNING.exe":"stop"," Typed.exe ":"start"}})");
     const std::string stored = "\x02running.exe\0\x81typed.exe\0"s;
     support::ExpectBinary(m_agents.Parameters("VtMgHost"), "ProcMon", {stored.begin(), stored.end()});
+}
+
+TEST_F(SetCommand, ShowsAProcessThatIsNotListedAsOneWithoutMonitoring)
+{
+    const auto changeTo = [this](const std::string& option) {
+        return Set(R"({"processMonitor":{"typed.exe":")" + option + "\"}}", {"--changes"}).lines.at(2);
+    };
+    const Json listed = {{"path", "processMonitor.typed.exe"}, {"old", "none"}, {"new", "stop"}};
+    const Json gone = {{"path", "processMonitor.typed.exe"}, {"old", "stop"}, {"new", "none"}};
+    EXPECT_EQ(changeTo("stop"), Json::array({listed}));
+    EXPECT_EQ(changeTo("none"), Json::array({gone}));
 }
 
 TEST_F(SetCommand, KeepsMarksAndOptionsWithoutNames)

@@ -57,6 +57,25 @@ TEST(Schema, NamesEveryMemberOfEverySection)
     EXPECT_TRUE(members.contains("_inDesiredState"));
 }
 
+// The descriptions in a schema and in all that it holds.
+void ExpectSentences(const Json& schema)
+{
+    for (const auto& [name, value] : schema.items()) {
+        if (name == "description" && value.is_string()) {
+            EXPECT_TRUE(value.get<std::string>().ends_with('.')) << value.dump();
+        } else if (value.is_structured()) {
+            ExpectSentences(value);
+        }
+    }
+}
+
+TEST(Schema, DescribesItsMembersInSentences)
+{
+    TestStreams streams;
+    ASSERT_EQ(RunCommand({"schema"}, streams), ExitCode::Done);
+    ExpectSentences(Json::parse(streams.output));
+}
+
 // What `vtncfg` prints about a command, each run of blanks as one.
 std::string HelpOf(std::vector<std::string> command)
 {
