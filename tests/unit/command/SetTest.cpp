@@ -320,6 +320,9 @@ TEST_F(DomainSet, SwitchesOffWhereItWasSwitchedOn)
     ASSERT_EQ(Set(R"({"desktopManagement":{"enabled":true}})").code, ExitCode::Done);
     const Json named = {{"desktopManagement", {{"enabled", true}, {"loginScript", other}}}};
     ASSERT_EQ(Set(named.dump()).code, ExitCode::Done);
+    // With enabled alone it shows its own choice again, as it will be then.
+    const Answer predicted = Set(R"({"desktopManagement":{"enabled":false}})", {"--what-if"});
+    EXPECT_EQ(predicted.lines.at(0), before);
     const Answer off = Set(before.dump());
     EXPECT_EQ(off.code, ExitCode::Done) << off.errors;
     EXPECT_EQ(off.lines[0], before);
