@@ -2,6 +2,7 @@
 #include "CommandMachine.h"
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -57,23 +58,41 @@ TEST(Schema, NamesEveryMemberOfEverySection)
     EXPECT_TRUE(members.contains("_inDesiredState"));
 }
 
-// The descriptions in a schema and in all that it holds.
-void ExpectSentences(const Json& schema)
+// What a schema here is made of, and all that it holds: other keywords would be passed over by whoever checks
+// a document with it.
+void ExpectUsable(const Json& schema)
 {
-    for (const auto& [name, value] : schema.items()) {
-        if (name == "description" && value.is_string()) {
-            EXPECT_TRUE(value.get<std::string>().ends_with('.')) << value.dump();
-        } else if (value.is_structured()) {
-            ExpectSentences(value);
-        }
-    }
+    const std::set<std::string> keywords = {"$schema", "title",      "description",
+                                            "type",    "properties", "additionalProperties",
+                                            "enum",    "const",      "readOnly"};
+    for (const auto& [keyword, value] : schema.items())
+        EXPECT_TRUE(keywords.contains(keyword)) << keyword;
+    EXPECT_TRUE(schema.value("description", ".").ends_with('.')) << schema["description"].dump();
+    const std::set<Json> types = {"object", "boolean", "string", Json::array({"boolean", "null"})};
+    EXPECT_TRUE(types.contains(schema.value("type", Json("object")))) << schema["type"].dump();
+    const Json members = schema.value("properties", Json::object());
+    for (const auto& [name, member] : members.items())
+        ExpectUsable(member);
+    if (schema.contains("additionalProperties") && schema["additionalProperties"].is_object())
+        ExpectUsable(schema["additionalProperties"]);
 }
 
-TEST(Schema, DescribesItsMembersInSentences)
+TEST(Schema, HoldsNothingThatWouldBePassedOver)
 {
     TestStreams streams;
     ASSERT_EQ(RunCommand({"schema"}, streams), ExitCode::Done);
-    ExpectSentences(Json::parse(streams.output));
+    const Json schema = Json::parse(streams.output);
+    ExpectUsable(schema);
+    EXPECT_EQ(schema["type"], "object");
+    EXPECT_EQ(schema["title"], "Configuration of the Norvale Management Agents");
+    for (const char* section : {"snmp", "storage", "board", "desktopManagement", "agents"}) {
+        EXPECT_EQ(schema["properties"][section]["type"], "object") << section;
+        EXPECT_EQ(schema["properties"][section]["additionalProperties"], false) << section;
+    }
+    const Json& processes = schema["properties"]["processMonitor"];
+    EXPECT_EQ(processes["properties"]["*"]["const"], "none");
+    EXPECT_EQ(processes["additionalProperties"]["enum"],
+              Json::array({"none", "start", "stop", "startAndStop"}));
 }
 
 // What `vtncfg` prints about a command, each run of blanks as one.
