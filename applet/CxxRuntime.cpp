@@ -1,4 +1,4 @@
-// Functions of the C++ library that the applet has its own of, since those bring along much code for texts
+// Functions of the C++ library of which the applet has its own: the library's bring along much code for texts
 // that nobody would read. The linker takes each from whoever defines it first.
 #include <bits/functexcept.h>
 #include <exception>
@@ -6,8 +6,7 @@
 
 namespace std {
 
-// What containers and texts throw. The library's exceptions carry a text, which nobody would read here. A
-// length that no memory can hold is memory that runs out.
+// What containers and texts throw. A length that no memory can hold is memory that runs out.
 void __throw_bad_alloc()
 {
     throw bad_alloc();

@@ -5,8 +5,8 @@
 #include "demo/controlpanel/LoadApplet.h"
 #include "IdleMoment.h"
 #include "Measure.h"
+#include "support/ProgramPath.h"
 
-#include <array>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -53,10 +53,8 @@ int OpenHere(const char* path, Clock::rep start)
 // Milliseconds; throws when the process does not come to an end by itself.
 double Open(const std::string& path)
 {
-    std::array<char, MAX_PATH> program{};
-    GetModuleFileNameA(nullptr, program.data(), MAX_PATH);
     const auto start = Clock::now().time_since_epoch().count();
-    std::string command = std::string(program.data()) + " --open " + path + " " + std::to_string(start);
+    std::string command = support::ProgramPath() + " --open " + path + " " + std::to_string(start);
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};

@@ -85,6 +85,8 @@ class HalfWrite
     support::ReplacedImport m_import;
 };
 
+// To all windows what the system sends them when its user logs off, and WM_CLOSE to those of the applet. The
+// host's own window stays.
 BOOL CALLBACK EndSessionOf(HWND window, LPARAM /*unused*/)
 {
     SendNotifyMessageA(window, WM_QUERYENDSESSION, 0, 0);
@@ -94,6 +96,7 @@ BOOL CALLBACK EndSessionOf(HWND window, LPARAM /*unused*/)
     return TRUE;
 }
 
+// To the host's own window, which owns the sheet, what another program sends that wants this one to end.
 BOOL CALLBACK CloseHost(HWND window, LPARAM /*unused*/)
 {
     if (GetWindow(window, GW_OWNER) == nullptr)
@@ -101,12 +104,12 @@ BOOL CALLBACK CloseHost(HWND window, LPARAM /*unused*/)
     return TRUE;
 }
 
-// What the system sends to all windows when its user logs off, or asks a program's own window that is to end.
-// It comes from another thread; the one that saves finds it when it next looks for messages.
-void SendToWindows(WNDENUMPROC message)
+// Calls `send` for each window of this thread, on another thread, as messages of the system come from
+// elsewhere. This one finds them when it next looks for messages.
+void SendToWindows(WNDENUMPROC send)
 {
     const DWORD saving = GetCurrentThreadId();
-    std::thread([&] { EnumThreadWindows(saving, message, 0); }).join();
+    std::thread([&] { EnumThreadWindows(saving, send, 0); }).join();
 }
 
 void Set(const char* document)
@@ -202,8 +205,13 @@ void PerformInApplet(const Request& request, AppletHost& host, Stage<WatchedImpo
     stage.Disarm();
     if (request.task == Task::Repair && operation.restore != nullptr)
         operation.restore(host);
+    else if (!host.HasEnded() && ClosesSheet(request.event.happening))
+        host.WaitForEnd();
     else if (!host.HasEnded())
-        ClosesSheet(request.event.happening) ? host.WaitForEnd() : host.PressCancel();
+        host.PressCancel();
+    const auto isHostGone = [&] { return IsWindow(host.Frame()) == FALSE; };
+    if (request.event.happening == Happening::HostCloses && !support::WaitUntil(isHostGone))
+        throw std::runtime_error("the host's window stays open");
 }
 
 void PerformInCommand(const Request& request, Stage<SettingsImports>& stage)

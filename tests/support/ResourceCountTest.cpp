@@ -55,8 +55,9 @@ TEST(ResourceCount, MovesWithKernelHandlesAndRegistryKeys)
     EXPECT_EQ(ResourceCount::Now().kernelHandles, before.kernelHandles);
 }
 
-// Two threads that meet at a lock, as the test and the UI thread may at any time. Wine's own locks may make a
-// handle when threads first meet there, so one meeting may; each has a new lock.
+// Two threads that meet at a lock, as the test and the UI thread may at any time. Each meeting has a lock of
+// its own. Wine may keep a handle for one of its own locks once threads have met there, so one may leave
+// more.
 TEST(ResourceCount, StaysWhenThreadsMeetAtALock)
 {
     constexpr int meetings = 5;

@@ -41,9 +41,8 @@ class UiThread
     // future.
     std::future<LONG> Start(std::function<LONG()> job);
 
-    // Waits until the thread has handled what was posted to it so far, and what that posted in turn; until
-    // its frame is gone when that was closed. Throws std::runtime_error when that takes longer than the
-    // limit.
+    // Waits until the thread has handled what was posted to it so far, and what that posted in turn, or until
+    // its frame is gone. Throws std::runtime_error when that takes longer than the limit.
     void Settle(std::chrono::milliseconds limit = defaultLimit) const;
 
     // Whether no job is running or waiting.

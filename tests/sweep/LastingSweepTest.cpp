@@ -140,7 +140,7 @@ class LastingSweep : public testing::TestWithParam<Operation>
         }
         std::printf("%s: %s, %zu of %zu\n", GetParam().name, what, sample.size(), cases.size());
         for (const Silence* const silence : m_needed)
-            std::printf("nobody was informed when %s failed: %s\n", silence->function, silence->item);
+            std::printf("listed: %s* failed, *%s* differs\n", silence->function, silence->item);
     }
 
     Outcome m_reference = Run({});
@@ -215,7 +215,7 @@ class LastingSweep : public testing::TestWithParam<Operation>
         return true;
     }
 
-    std::set<const Silence*> m_needed; // rows of the list
+    std::set<const Silence*> m_needed; // rows of the list that allowed a difference
     static inline std::unique_ptr<Subject> s_subject;
 };
 

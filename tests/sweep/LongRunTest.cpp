@@ -19,7 +19,7 @@ using support::ResourceCount;
 
 // Libraries, classes, brushes and pools come with the first rounds, and stay.
 constexpr int warmUpRounds = 5;
-constexpr int reportedRounds = 1000; // between two signs of life
+constexpr int reportInterval = 1000; // rounds between two lines of output
 int RoundCount()
 {
     return std::getenv("VTN_THOROUGH") != nullptr ? 10000 : 20;
@@ -79,7 +79,7 @@ TEST_F(LongRun, LeavesNothingBehind)
     const std::size_t bytesBefore = PrivateBytes();
     for (int round = 0; round < rounds; ++round) {
         OpenAndClose(round);
-        if ((round + 1) % reportedRounds == 0) {
+        if ((round + 1) % reportInterval == 0) {
             std::printf("opened %d times\n", round + 1);
             std::fflush(stdout);
         }

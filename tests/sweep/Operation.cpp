@@ -124,14 +124,16 @@ void TryAgain(AppletHost& host, const Operation& operation)
     host.WaitForEnd();
 }
 
-// The test tidies up behind the applet, so that the next case starts from nothing.
-void CloseAll(const std::map<const void*, std::string>& handles)
+// The test tidies up behind the applet, so that the next case starts from nothing: what was left open, and
+// the search for libraries that could not be put back.
+void TidyUp(const std::map<const void*, std::string>& handles)
 {
     const auto close = support::SystemFunction<decltype(RegCloseKey)>("advapi32.dll", "RegCloseKey");
     for (const auto& [handle, place] : handles) {
         if (place.starts_with("HKLM"))
             close(static_cast<HKEY>(const_cast<void*>(handle)));
     }
+    SetDllDirectoryA(nullptr);
 }
 
 } // namespace
@@ -187,7 +189,7 @@ Outcome Perform(Subject& subject, const Operation& operation, const Fault& fault
     outcome.windowsLeft = host.Thread().Windows().size();
     for (const auto& [handle, place] : recorder.OpenHandles())
         outcome.leftOpen.push_back(place);
-    CloseAll(recorder.OpenHandles());
+    TidyUp(recorder.OpenHandles());
     return outcome;
 }
 

@@ -80,7 +80,7 @@ TEST(Changes, AreListedMemberByMember)
     EXPECT_EQ(changes[2].before, "none");
 }
 
-TEST(Changes, OfAMemberThatIsNoObjectOnOneSideAreOne)
+TEST(Changes, AreOneWhereOnlyOneSideIsAnObject)
 {
     const Json plain = {{"a", 1}};
     const Json object = {{"a", {{"x", 1}, {"y", 2}}}};

@@ -152,8 +152,9 @@ class OneMachine : public CommandMachine
     {
         const std::string quoted = Json(m_scripts.Path()).dump();
         const std::string directory = quoted.substr(1, quoted.size() - 2);
-        const std::size_t found = output.find(directory);
-        return found == std::string::npos ? output : output.erase(found, directory.size());
+        for (std::size_t at = output.find(directory); at != std::string::npos; at = output.find(directory))
+            output.erase(at, directory.size());
+        return output;
     }
 
     static void Add(std::map<std::string, std::string>& stored, const support::TestKey& key)

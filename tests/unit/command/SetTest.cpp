@@ -320,7 +320,7 @@ TEST_F(DomainSet, SwitchesOffWhereItWasSwitchedOn)
     ASSERT_EQ(Set(R"({"desktopManagement":{"enabled":true}})").code, ExitCode::Done);
     const Json named = {{"desktopManagement", {{"enabled", true}, {"loginScript", other}}}};
     ASSERT_EQ(Set(named.dump()).code, ExitCode::Done);
-    // With enabled alone it shows its own choice again, as it will be then.
+    // A document that names no script: the prediction has the one that is proposed again.
     const Answer predicted = Set(R"({"desktopManagement":{"enabled":false}})", {"--what-if"});
     EXPECT_EQ(predicted.lines.at(0), before);
     const Answer off = Set(before.dump());

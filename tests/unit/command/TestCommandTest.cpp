@@ -58,8 +58,8 @@ TEST(Schema, NamesEveryMemberOfEverySection)
     EXPECT_TRUE(members.contains("_inDesiredState"));
 }
 
-// What a schema here is made of, and all that it holds: other keywords would be passed over by whoever checks
-// a document with it.
+// Fails unless the schema has known keywords alone: a misspelt one would be ignored by whoever checks a
+// document with it. A description is a sentence, and a type is one of those that members have.
 void ExpectUsable(const Json& schema)
 {
     const std::set<std::string> keywords = {"$schema", "title",      "description",
@@ -77,7 +77,7 @@ void ExpectUsable(const Json& schema)
         ExpectUsable(schema["additionalProperties"]);
 }
 
-TEST(Schema, HoldsNothingThatWouldBePassedOver)
+TEST(Schema, HasKnownKeywordsAloneAndAllowsNoOtherMembers)
 {
     TestStreams streams;
     ASSERT_EQ(RunCommand({"schema"}, streams), ExitCode::Done);

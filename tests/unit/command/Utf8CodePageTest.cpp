@@ -10,7 +10,7 @@ namespace {
 
 using support::thisProgram;
 
-// In UTF-8 Windows refuses every flag but one that is not used here.
+// For UTF-8 Windows allows no flag but WC_ERR_INVALID_CHARS, which is not used here.
 int ConvertAsUtf8(decltype(WideCharToMultiByte)* original, DWORD flags, LPCWSTR wide, int length, LPSTR text,
                   int size)
 {

@@ -8,6 +8,7 @@
 #include "support/FakeClock.h"
 #include "support/SystemFunction.h"
 #include "support/TestDirectory.h"
+#include "support/ThisProgram.h"
 #include "sysaccess/core/ConfigurationError.h"
 
 #include <cstdio>
@@ -17,7 +18,7 @@
 
 namespace {
 
-const HMODULE self = GetModuleHandleA(nullptr);
+using support::thisProgram;
 
 constexpr DWORD accesses[] = {GENERIC_READ, GENERIC_WRITE, GENERIC_READ | GENERIC_WRITE, DELETE,
                               GENERIC_READ | GENERIC_WRITE | DELETE};
@@ -60,8 +61,8 @@ class Editor
 // Whether the update succeeds.
 bool Update(const std::string& path, Editor& editor)
 {
-    support::FakeClock clock(self);
-    const auto watch = support::HookImport<decltype(CreateFileA)>(self, "CreateFileA",
+    support::FakeClock clock(thisProgram);
+    const auto watch = support::HookImport<decltype(CreateFileA)>(thisProgram, "CreateFileA",
                                                                   [&](auto original, auto... arguments) {
                                                                       editor.BeforeOpening();
                                                                       return original(arguments...);

@@ -59,23 +59,18 @@ TEST_F(ScriptDirectory, IsThatOfTheShareWithoutAVersion)
     EXPECT_EQ(FindScriptDirectory(), "C:\\scripts");
 }
 
-BOOL WINAPI AnswerVersion5(LPOSVERSIONINFOA version)
+template <DWORD major>
+BOOL WINAPI AnswerVersion(LPOSVERSIONINFOA version)
 {
-    version->dwMajorVersion = 5;
+    version->dwMajorVersion = major;
     return TRUE;
 }
 
 TEST_F(ScriptDirectory, IsThatOfTheShareFromWindows2000On)
 {
     m_shares.Add("NETLOGON", {.path = "C:\\scripts"});
-    const support::ReplacedImport version(thisProgram, "GetVersionExA", &AnswerVersion5);
+    const support::ReplacedImport version(thisProgram, "GetVersionExA", &AnswerVersion<5>);
     EXPECT_EQ(FindScriptDirectory(), "C:\\scripts");
-}
-
-BOOL WINAPI AnswerVersion4(LPOSVERSIONINFOA version)
-{
-    version->dwMajorVersion = 4;
-    return TRUE;
 }
 
 LSTATUS WINAPI RefuseKey(HKEY /*root*/, LPCSTR /*subkey*/, PHKEY /*key*/)
@@ -100,7 +95,7 @@ class OldScriptDirectory : public ScriptDirectory
         m_services.Add("Replicator", {.states = {support::ServiceState(state)}});
     }
 
-    support::ReplacedImport m_version{thisProgram, "GetVersionExA", &AnswerVersion4};
+    support::ReplacedImport m_version{thisProgram, "GetVersionExA", &AnswerVersion<4>};
     support::ServiceScript m_services{thisProgram};
     support::SavedKey m_replicator{"System\\CurrentControlSet\\Services\\Replicator\\Parameters"};
     support::SavedKey m_netLogon{"System\\CurrentControlSet\\Services\\NetLogon\\Parameters"};

@@ -248,7 +248,7 @@ TEST_F(EventPageSave, WritesEveryPartThatChangedInAnyOrder)
     const auto changeAccount = [this] {
         SetText(IDC_EVENT_PASSWORD, "other secret");
         SetText(IDC_EVENT_USER, "other");
-        SetText(IDC_EVENT_PASSWORD, "new");
+        SetText(IDC_EVENT_PASSWORD, "new"); // a second change must not count as none
     };
     for (const bool isListFirst : {true, false}) {
         Store({"ALPHA"}, "events", "secret");

@@ -55,8 +55,11 @@ TEST_F(LibraryTest, IsNotLoadedWhenItsApplicationRefuses)
 
 TEST_F(LibraryTest, IsNotLoadedWithoutAnApplication)
 {
-    EXPECT_EQ(LoadLibraryA("mfc_sample_without_application.dll"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_DLL_INIT_FAILED});
+    const HMODULE library = LoadLibraryA("mfc_sample_without_application.dll");
+    const DWORD error = GetLastError();
+
+    EXPECT_EQ(library, nullptr);
+    EXPECT_EQ(error, DWORD{ERROR_DLL_INIT_FAILED});
 }
 
 } // namespace

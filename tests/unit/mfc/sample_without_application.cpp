@@ -1,9 +1,3 @@
-// A library whose author forgot the application object, for the tests of the entry point.
+// A library whose author forgot the application object, for the tests of the entry point. All of it is the
+// class library's.
 #include <afxwin.h>
-
-extern "C" __declspec(dllexport) HINSTANCE ResourceModule();
-
-HINSTANCE ResourceModule()
-{
-    return AfxGetInstanceHandle();
-}

@@ -30,7 +30,7 @@ TEST_F(LibrarySearch, GoesThroughTheSystemDirectoryInstead)
     EXPECT_EQ(LibraryDirectory(), "");
 }
 
-TEST_F(LibrarySearch, StaysThatOfAProgramWithADirectoryOfItsOwn)
+TEST_F(LibrarySearch, LeavesTheDirectoryThatTheProgramHasSet)
 {
     for (const char* directory : {"C:\\lib", "L"}) {
         SetDllDirectoryA(directory);
@@ -43,7 +43,7 @@ TEST_F(LibrarySearch, StaysThatOfAProgramWithADirectoryOfItsOwn)
     }
 }
 
-TEST_F(LibrarySearch, EndsWithTheFirstWhoBeganIt)
+TEST_F(LibrarySearch, IsPutBackByTheOuterOfTwo)
 {
     {
         const SearchWithoutCurrentDirectory outer;

@@ -2,7 +2,6 @@
 #include "RegistryKeyTest.h"
 
 #include "support/FailingAllocations.h"
-#include "support/ThisProgram.h"
 
 namespace {
 
@@ -54,8 +53,7 @@ TEST_F(RegistryKey, RefusesAnEnumerationThatLosesASubkey)
         m_stored.Subkey(name).Create();
     int calls = 0;
     auto fail = support::HookImport<decltype(RegEnumKeyA)>(
-        support::thisProgram, "RegEnumKeyA",
-        [&](auto original, HKEY key, DWORD index, LPSTR name, DWORD size) {
+        thisProgram, "RegEnumKeyA", [&](auto original, HKEY key, DWORD index, LPSTR name, DWORD size) {
             constexpr int counting = 4;
             return ++calls == counting + 2 ? LSTATUS{ERROR_KEY_DELETED} : original(key, index, name, size);
         });
