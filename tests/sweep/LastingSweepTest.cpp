@@ -84,9 +84,7 @@ constexpr Silence silences[] = {
     // An agent service that cannot be read is left out.
     {"Reg", "\\Parameters, SubServices"},
     {"Reg", ", Start"},
-    {"Reg", ", DependOnService"},
     {"Reg", ", start type"},
-    {"Reg", ", needs"},
     // The service manager refuses what the registry has.
     {"OpenS", ", start type"},
     {"OpenS", ", needs"},
@@ -94,20 +92,13 @@ constexpr Silence silences[] = {
     {"ChangeServiceConfigA", ", needs"},
     // One agent that refuses does not keep the others from theirs.
     {"Reg", ", SetsEnabled"},
-    {"Reg", ", Timeout"},
     // A service that cannot be opened or asked is left alone.
     {"OpenS", ", state"},
     {"QueryServiceStatus", ", state"},
-    {"EnumDependentServicesA", ", state"},
-    // The record of desktop management that cannot be deleted, and the way to the share that cannot be
-    // taken out.
-    {"RegDeleteValueA", ", ClientIni"},
-    {"WritePrivateProfileStringA", "VTNCLNT.INI"},
     // The answers of the five deletions are compared in a chain.
     {"RegDeleteKeyA", "VortanPermanent"},
     // It is written once for each page shown.
     {"SetWindowsHookExA", "board"},
-    {"CreateDialogParamA", "board"},
     // The board's answer to a write.
     {"LoadLibraryA", "board"},
     {"GetProcAddress", "board"},
