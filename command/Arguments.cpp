@@ -78,10 +78,8 @@ Arguments ParseArguments(const std::vector<std::string>& arguments)
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // the last one first
     } catch (const CLI::CallForVersion& version) {
         parsed.text = std::string(version.what()) + "\n";
-        parsed.command = Arguments::Command::Print;
     } catch (const CLI::CallForHelp&) {
         parsed.text = program.help();
-        parsed.command = Arguments::Command::Print;
     } catch (const CLI::ParseError& error) {
         throw CommandError(ExitCode::WrongUse,
                            std::string(error.what()) + "; 'vtncfg --help' says what there is");

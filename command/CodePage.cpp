@@ -19,11 +19,11 @@ std::wstring WideFrom(UINT codePage, const std::string& text)
     return wide;
 }
 
-std::string NarrowTo(UINT codePage, DWORD flags, const std::wstring& wide)
+std::string NarrowTo(UINT codePage, const std::wstring& wide)
 {
     constexpr std::size_t longestCharacter = 4; // bytes
     std::string text(wide.size() * longestCharacter, '\0');
-    const int length = WideCharToMultiByte(codePage, flags, wide.data(), LengthOf(wide), text.data(),
+    const int length = WideCharToMultiByte(codePage, 0, wide.data(), LengthOf(wide), text.data(),
                                            LengthOf(text), nullptr, nullptr);
     text.resize(static_cast<std::size_t>(length));
     return text;
@@ -31,10 +31,8 @@ std::string NarrowTo(UINT codePage, DWORD flags, const std::wstring& wide)
 
 std::optional<std::string> ExactlyNarrowed(const std::wstring& wide)
 {
-    // Where the ANSI code page is UTF-8 the flag is not allowed, and nothing is replaced by anything similar.
-    const DWORD flags = GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
-    std::string text = NarrowTo(CP_ACP, flags, wide);
-    if (WideFrom(CP_ACP, text) != wide)
+    std::string text = NarrowTo(CP_ACP, wide);
+    if (WideFrom(CP_ACP, text) != wide) // Windows puts similar characters for those that are not there
         return std::nullopt;
     return text;
 }
@@ -56,7 +54,7 @@ std::wstring Widen(const std::string& text)
 
 std::string Narrow(const std::wstring& text)
 {
-    return NarrowTo(CP_UTF8, 0, text);
+    return NarrowTo(CP_UTF8, text);
 }
 
 std::string ToUtf8(const std::string& text)

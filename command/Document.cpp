@@ -21,7 +21,7 @@ constexpr std::size_t memberLimit = 8192;
 // Where the byte number `position`, counted from 1, stands for who looks at the text.
 std::string PlaceOf(const std::string& text, std::size_t position)
 {
-    const std::size_t count = std::min(position == 0 ? 0 : position - 1, text.size());
+    const std::size_t count = std::min(position - 1, text.size());
     const auto end = text.begin() + static_cast<std::ptrdiff_t>(count);
     const auto line = std::count(text.begin(), end, '\n') + 1;
     const std::size_t lineStart = count == 0 ? std::string::npos : text.rfind('\n', count - 1);

@@ -117,11 +117,6 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int length
     return Transfer(bytes.data(), static_cast<int>(bytes.size()), text, size, std::identity());
 }
 
-UINT GetACP()
-{
-    return 28591; // each byte is the character of its number
-}
-
 int LCMapStringW(DWORD /*locale*/, DWORD /*flags*/, LPCWSTR text, int length, LPWSTR mapped, int size)
 {
     return Transfer(text, length, mapped, size, Lower);

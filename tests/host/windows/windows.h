@@ -120,7 +120,6 @@ BOOL GetComputerNameA(LPSTR name, LPDWORD size);
 
 #define CP_ACP 0U
 #define CP_UTF8 65001U
-#define WC_NO_BEST_FIT_CHARS 0x400U
 #define LOCALE_USER_DEFAULT 0x400U
 #define LCMAP_LOWERCASE 0x100U
 #define NORM_IGNORECASE 1U
@@ -130,7 +129,6 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPW
 int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int length, LPSTR text, int size,
                         LPCSTR substitute, LPBOOL isSubstituted);
 BOOL IsDBCSLeadByte(BYTE byte);
-UINT GetACP();
 int LCMapStringW(DWORD locale, DWORD flags, LPCWSTR text, int length, LPWSTR mapped, int size);
 int CompareStringW(DWORD locale, DWORD flags, LPCWSTR first, int firstLength, LPCWSTR second,
                    int secondLength);

@@ -35,18 +35,32 @@ TEST(Document, IsTakenInUtf16AsWindowsPowerShellWritesIt)
     EXPECT_EQ(ParseDocument(text), Json({{"\xC3\xA9", 1}}));
 }
 
+TEST(Document, EndsInUtf16WithItsLastWholeCharacter)
+{
+    EXPECT_EQ(ParseDocument(std::string("\xFF\xFE{\0}\0x", 7)), Json::object());
+}
+
 TEST(Document, NamesTheMemberThatStandsThereTwice)
 {
     EXPECT_EQ(RefusalOf(R"({"a":1,"b":{"c":1,"c":2}})"), "b.c: stands there twice; leave one of them out");
     EXPECT_EQ(RefusalOf(R"({"a":1,"b":{"a":1}})"), "");
 }
 
-TEST(Document, SaysWhereItIsNoJson)
+TEST(Document, SaysWhereAndWhyItIsNoJson)
 {
-    EXPECT_TRUE(RefusalOf("{\n  \"a\": yes\n}")
-                    .starts_with("the document is no JSON in UTF-8 at line 2, column 8: "));
-    EXPECT_TRUE(RefusalOf("").starts_with("the document is no JSON in UTF-8 at line 1, column 1: "));
-    EXPECT_TRUE(RefusalOf("{\"\xE9\":1}").starts_with("the document is no JSON in UTF-8 at line 1, column "));
+    const std::vector<std::pair<std::string, std::string>> places = {
+        {"{\n  \"a\": yes\n}", "line 2, column 8"},
+        {"", "line 1, column 1"},
+        {"x\n\n", "line 1, column 1"},
+        {"\nx", "line 2, column 1"},
+        {"{\n\"a\": tr\n}", "line 2, column 8"},
+        {"{\"\xE9\":1}", "line 1, column 4"}};
+    for (const auto& [text, place] : places) {
+        const std::string refusal = RefusalOf(text);
+        EXPECT_TRUE(refusal.starts_with("the document is no JSON in UTF-8 at " + place +
+                                        ": syntax error while parsing"))
+            << refusal;
+    }
 }
 
 TEST(Document, IsRefusedWhenItGoesTooDeepOrTooFar)
@@ -104,6 +118,7 @@ TEST(CodePage, TakesBackWhatItGave)
 TEST(CodePage, RefusesWhatItCannotExpress)
 {
     EXPECT_EQ(FromUtf8("\xF0\x9F\x98\x80"), std::nullopt);
+    EXPECT_EQ(FromUtf8("\xC4\x80"), std::nullopt); // a long A, which Windows takes for a plain one
     EXPECT_EQ(LowerFromUtf8("\xF0\x9F\x98\x80"), std::nullopt);
 }
 
@@ -113,6 +128,8 @@ TEST(CodePage, LowersAndSortsAsAListBoxDoes)
     EXPECT_TRUE(IsListedBefore("a", "B"));
     EXPECT_FALSE(IsListedBefore("B", "a"));
     EXPECT_FALSE(IsListedBefore("a", "A"));
+    EXPECT_TRUE(IsListedBefore("\xE9", "\xFF"));
+    EXPECT_FALSE(IsListedBefore("\xE9", "\xE9"));
 }
 
 } // namespace

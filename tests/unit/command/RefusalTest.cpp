@@ -32,6 +32,7 @@ TEST_F(Refusal, OfOtherTypes)
 {
     ExpectRefused(R"({"snmp":true})", "snmp: must be an object, not boolean");
     ExpectRefused(R"({"agents":[]})", "agents: must be an object, not array");
+    ExpectRefused(R"({"processMonitor":[]})", "processMonitor: must be an object, not array");
     ExpectRefused(R"({"agents":{"VtMgHost":1}})", "agents.VtMgHost: must be an object, not number");
     ExpectRefused(R"({"agents":{"VtMgHost":{"VTNPERF":1}}})",
                   "agents.VtMgHost.VTNPERF: must be true or false, not number");

@@ -1,6 +1,9 @@
 // The restart without windows: the same services, order and pauses, in lines.
 #include "CommandMachine.h"
 
+#include "command/ErrorTexts.h"
+#include "resources/resource.h"
+
 #include <array>
 
 namespace {
@@ -67,6 +70,17 @@ TEST_F(RestartCommand, NamesTheServiceThatFailsAndGoesOn)
     EXPECT_NE(answer.errors.find("{\"error\":\"restart: "), std::string::npos) << answer.errors;
     EXPECT_NE(answer.errors.find("{\"info\":\"stopping the VtMgHost display service\"}"), std::string::npos);
     EXPECT_EQ(m_services.State("VtMgHost"), SERVICE_RUNNING);
+}
+
+TEST_F(RestartCommand, NamesTheServiceThatDoesNotStart)
+{
+    m_services.Fail("StartServiceA", "VtMgStor", ERROR_ACCESS_DENIED);
+    const Answer answer = Run({"restart"});
+    EXPECT_EQ(answer.code, ExitCode::Failed);
+    EXPECT_NE(
+        answer.errors.find("vtncfg: restart: " + ServiceErrorText(IDS_CANNOT_START, "VtMgStor display")),
+        std::string::npos)
+        << answer.errors;
 }
 
 TEST_F(RestartCommand, LeavesAgentsAloneThatCannotBeControlled)

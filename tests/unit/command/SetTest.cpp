@@ -1,6 +1,9 @@
 // What get shows and set writes, member by member.
 #include "CommandMachine.h"
 
+#include "command/ErrorTexts.h"
+#include "resources/resource.h"
+
 namespace {
 
 using support::ExpectDword;
@@ -40,7 +43,7 @@ support::ScriptedService StoredConfig(const support::TestKey& key)
 const std::vector<std::string> changingDocuments = {
     R"({"agents":{"VtMgHost":{"VTNPERF":true}}})",
     R"({"agents":{"VTNNicMgmt":{"VTNMNIC":true}}})",
-    R"({"snmp":{"serverRole":"files"}})",
+    R"({"snmp":{"serverRole":"file server"}})",
     R"({"snmp":{"collectionIntervalSeconds":300}})",
     R"({"snmp":{"setsEnabled":true}})",
     R"({"snmp":{"setsEnabled":true,"remoteReboot":true}})",
@@ -115,9 +118,8 @@ TEST_F(GetCommand, SaysWhichSettingsMayNotBeRead)
     m_agents.Service("VtMgStor").Subkey("VTNSAS").Delete();
     const Answer answer = Run({"get"});
     EXPECT_EQ(answer.code, ExitCode::Failed);
-    EXPECT_TRUE(answer.errors.starts_with("vtncfg: storage: ")) << answer.errors;
-    EXPECT_TRUE(answer.errors.ends_with(" Run as an administrator, where the agents are installed.\n"))
-        << answer.errors;
+    EXPECT_EQ(answer.errors, "vtncfg: storage: " + ErrorText(IDS_ACCESS_DENIED) +
+                                 " Run as an administrator, where the agents are installed.\n");
 }
 
 TEST_F(SetCommand, ChangesEachMemberAloneAndThenNothingMore)
@@ -183,7 +185,7 @@ TEST_F(SetCommand, WritesAllOfThemTogether)
     ExpectMultiString(m_agents.Parameters("VTNNicMgmt"), "SubServices", {"VTNMNIC", "VTNNICS"});
     ExpectMultiString(host, "DependOnService", {"VtMgStor", "VTNNicMgmt", "SNMP"});
     ExpectDword(m_agents.Service("VtMgServ"), "Start", SERVICE_DISABLED);
-    ExpectString(m_role, "ServerRole", "files");
+    ExpectString(m_role, "ServerRole", "file server");
     ExpectDword(host.Subkey("VTNSNMP"), "SetsEnabled", 7);
     ExpectDword(host.Subkey("VTNPERF"), "Timeout", 300'000);
     ExpectDword(host.Subkey("VTNMHOST"), "HostFlags", 1);
@@ -271,12 +273,46 @@ TEST_F(SetCommand, KeepsMarksAndOptionsWithoutNames)
     support::ExpectBinary(m_agents.Parameters("VtMgHost"), "ProcMon", {stored.begin(), stored.end()});
 }
 
+TEST_F(SetCommand, ChangesOptionsAndKeepsTheMarksOfTheirProcesses)
+{
+    using namespace std::string_literals;
+    Store("\x83typed.exe\0\x01plain.exe\0"s);
+    Set(R"({"processMonitor":{"typed.exe":"start","plain.exe":"stop"}})");
+    const std::string stored = "\x02plain.exe\0\x81typed.exe\0"s;
+    support::ExpectBinary(m_agents.Parameters("VtMgHost"), "ProcMon", {stored.begin(), stored.end()});
+}
+
+TEST_F(SetCommand, StoresNoProcessThatIsNotToBeWatched)
+{
+    using namespace std::string_literals;
+    Set(R"({"processMonitor":{"a.exe":"stop","new.exe":"none"}})");
+    const std::string stored = "\x82\x61.exe\0"s;
+    support::ExpectBinary(m_agents.Parameters("VtMgHost"), "ProcMon", {stored.begin(), stored.end()});
+}
+
+TEST_F(SetCommand, WritesNoBatteryToABoardThatHasNone)
+{
+    m_board.record = {.battery = 2, .remoteAlerting = 1, .serverResetPending = 1, .resetRequest = 0};
+    Set(R"({"board":{"remoteAlerting":false}})");
+    ASSERT_EQ(m_board.written.size(), 1);
+    EXPECT_EQ(m_board.written[0].battery, 0);
+    EXPECT_EQ(m_board.written[0].remoteAlerting, 0);
+    EXPECT_EQ(m_board.written[0].serverResetPending, 1);
+}
+
 TEST_F(SetCommand, TakesADocumentFromAFile)
 {
     TestStreams streams;
     streams.files["settings.json"] = R"({"snmp":{"serverRole":"files"}})";
     EXPECT_EQ(RunCommand({"set", "settings.json"}, streams), ExitCode::Done);
     ExpectString(m_role, "ServerRole", "files");
+}
+
+TEST_F(SetCommand, TakesASlashForTheBeginningOfAPath)
+{
+    TestStreams streams;
+    streams.files["/restart"] = "{}";
+    EXPECT_EQ(RunCommand({"set", "/restart"}, streams), ExitCode::Done) << streams.errors;
 }
 
 TEST_F(SetCommand, SaysWhatWasWrittenBeforeAFailure)

@@ -1,6 +1,8 @@
 // The command that compares the machine with a document, and those that need no machine.
 #include "CommandMachine.h"
 
+#include "command/Version.h"
+
 #include <algorithm>
 #include <set>
 
@@ -129,6 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Described{{},
                   {"Reads and writes the settings of the Norvale Management Agents on this machine.",
+                   "Usage: vtncfg [OPTIONS] SUBCOMMAND",
                    " --json-errors Errors as JSON, for programs that read them.",
                    " --version Display program version information and exit",
                    " get Prints the settings of this machine as one document.",
@@ -154,10 +157,21 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Version, IsTheProductsOwn)
 {
-    TestStreams streams;
-    EXPECT_EQ(RunCommand({"--version"}, streams), ExitCode::Done);
-    EXPECT_TRUE(streams.output.starts_with("vtncfg ")) << streams.output;
-    EXPECT_TRUE(streams.output.ends_with("\n"));
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"--version"}, {"get", "--version"}})
+    {
+        TestStreams streams;
+        EXPECT_EQ(RunCommand(arguments, streams), ExitCode::Done);
+        EXPECT_EQ(streams.output, std::string("vtncfg ") + productVersion + "\n");
+    }
+}
+
+TEST(ExitCodes, AreThoseOfTheHelp)
+{
+    EXPECT_EQ(static_cast<int>(ExitCode::Done), 0);
+    EXPECT_EQ(static_cast<int>(ExitCode::Failed), 1);
+    EXPECT_EQ(static_cast<int>(ExitCode::WrongUse), 2);
+    EXPECT_EQ(static_cast<int>(ExitCode::Different), 3);
 }
 
 TEST(Pretty, IsForPeople)
@@ -165,6 +179,7 @@ TEST(Pretty, IsForPeople)
     TestStreams streams;
     EXPECT_EQ(RunCommand({"schema", "--pretty"}, streams), ExitCode::Done);
     EXPECT_TRUE(streams.output.starts_with("{\n  \"$schema\""));
+    EXPECT_EQ(streams.output, Json::parse(streams.output).dump(2) + "\n");
 }
 
 } // namespace

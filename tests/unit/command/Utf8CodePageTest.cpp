@@ -22,8 +22,6 @@ int ConvertAsUtf8(decltype(WideCharToMultiByte)* original, DWORD flags, LPCWSTR 
 
 TEST(Utf8CodePage, ExpressesEveryText)
 {
-    const auto page =
-        support::HookImport<decltype(GetACP)>(thisProgram, "GetACP", [](auto) { return UINT{CP_UTF8}; });
     const auto narrow = support::HookImport<decltype(WideCharToMultiByte)>(
         thisProgram, "WideCharToMultiByte",
         [](auto original, UINT, DWORD flags, LPCWSTR wide, int length, LPSTR text, int size, LPCCH, LPBOOL) {
