@@ -56,5 +56,5 @@ void BoardSection::Save()
     const DWORD status = WriteBoardData(data);
     if (status != ERROR_SUCCESS)
         throw CommandError(ExitCode::Failed, Name() + ": the board did not take its settings (code " +
-                                                 std::to_string(status) + "); try again when it answers");
+                                                 std::to_string(status) + "); try again when it answers.");
 }

@@ -132,7 +132,7 @@ try {
 } catch (const std::bad_alloc&) {
     throw;
 } catch (const std::exception& error) {
-    errors.Error(std::string("vtncfg cannot go on: ") + error.what());
+    errors.Error(std::string("cannot go on: ") + error.what());
     return ExitCode::Failed;
 }
 

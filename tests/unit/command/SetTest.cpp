@@ -102,7 +102,7 @@ TEST_F(GetCommand, ShowsRemoteRebootAsOffWhileSetsAre)
 TEST_F(GetCommand, ShowsWatchedProcessesInThePagesOrder)
 {
     using namespace std::string_literals;
-    Store("\x03Services.EXE\0\x81named.exe\0\x80typed.exe\0\x05later.exe\0\x02services.exe\0"s);
+    Store("\x03Services.EXE\0\x81named.exe\0\x80typed.exe\0\x04later.exe\0\x02services.exe\0"s);
     EXPECT_EQ(OneLineOf(Get()["processMonitor"]),
               R"({"*":"none","named.exe":"start","services.exe":"startAndStop"})");
 }
@@ -333,7 +333,9 @@ TEST_F(SetCommand, SaysWhenTheBoardDoesNotTakeItsSettings)
     m_boardStatus = ERROR_NOT_READY;
     const Answer answer = Set(R"({"board":{"battery":false}})");
     EXPECT_EQ(answer.code, ExitCode::Failed);
-    EXPECT_TRUE(answer.errors.starts_with("vtncfg: board: the board did not take its settings (code 21)"));
+    EXPECT_EQ(answer.errors,
+              "vtncfg: board: the board did not take its settings (code 21); try again when it "
+              "answers. Nothing had been written before.\n");
 }
 
 TEST_F(SetCommand, SaysWhenAnAgentPassedOverAValue)
@@ -379,6 +381,26 @@ TEST_F(DomainSet, RefusesScriptsThatThePageRefuses)
     ExpectRefused(on(m_scripts.File(std::string(300, 'x') + ".BAT")), path + "is longer than 256 bytes");
     ExpectRefused(R"({"desktopManagement":{"loginScript":"C:\\other.bat"}})",
                   path + "can be changed only while desktop management is on");
+}
+
+TEST_F(DomainSet, RefusesAScriptThatMayNotBeWrittenBeforeItWritesAnything)
+{
+    MakeDomainController();
+    const auto open = support::HookImport<decltype(CreateFileA)>(
+        GetModuleHandleA(nullptr), "CreateFileA",
+        [](auto original, LPCSTR name, DWORD access, DWORD share, auto* security, DWORD disposition,
+           auto... more) {
+            if (disposition != OPEN_ALWAYS)
+                return original(name, access, share, security, disposition, more...);
+            SetLastError(ERROR_ACCESS_DENIED);
+            return INVALID_HANDLE_VALUE;
+        });
+    const Answer answer = Set(R"({"snmp":{"setsEnabled":true},"desktopManagement":{"enabled":true}})");
+    EXPECT_EQ(answer.code, ExitCode::Failed);
+    EXPECT_EQ(answer.errors,
+              "vtncfg: desktopManagement.loginScript: the file cannot be opened or made; check "
+              "who may do that\n");
+    EXPECT_EQ(Writes(), std::vector<std::string>());
 }
 
 TEST_F(SetCommand, TakesBackWhatWasShownBesideAStoredProcessWithoutAName)

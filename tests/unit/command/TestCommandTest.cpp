@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 
 namespace {
 
@@ -172,6 +173,20 @@ TEST(ExitCodes, AreThoseOfTheHelp)
     EXPECT_EQ(static_cast<int>(ExitCode::Failed), 1);
     EXPECT_EQ(static_cast<int>(ExitCode::WrongUse), 2);
     EXPECT_EQ(static_cast<int>(ExitCode::Different), 3);
+}
+
+// Standard input that breaks off.
+class BrokenStreams : public TestStreams
+{
+  public:
+    std::string ReadInput() override { throw std::runtime_error("the input is gone"); }
+};
+
+TEST(UnforeseenErrors, EndACommandWithTheirReason)
+{
+    BrokenStreams streams;
+    EXPECT_EQ(RunCommand({"set"}, streams), ExitCode::Failed);
+    EXPECT_EQ(streams.errors, "vtncfg: cannot go on: the input is gone\n");
 }
 
 TEST(Pretty, IsForPeople)
