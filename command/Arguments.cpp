@@ -69,7 +69,8 @@ Arguments ParseArguments(const std::vector<std::string>& arguments)
     CLI::App program("Reads and writes the settings of the Norvale Management Agents on this machine.",
                      "vtncfg");
     program.footer(footer);
-    program.add_flag(jsonErrors, parsed.hasJsonErrors, "Errors as JSON, for programs that read them.");
+    bool hasJsonErrors = false; // WantsJsonErrors looks for it
+    program.add_flag(jsonErrors, hasJsonErrors, "Errors as JSON, for programs that read them.");
     program.set_version_flag("--version", std::string("vtncfg ") + productVersion);
     program.allow_windows_style_options(false); // a name may begin with a slash
     program.require_subcommand(1);

@@ -25,7 +25,6 @@ struct Arguments
     bool showsChanges = false;
     bool isWhatIf = false;
     bool restartsAgents = false;
-    bool hasJsonErrors = false;
     bool hasExitCode = false; // a difference is to be seen from the exit code
 };
 

@@ -80,8 +80,6 @@ Json ProcessMonitorSection::Schema() const
 // Names in the form and order in which the page lists them, each once.
 void ProcessMonitorSection::Load()
 {
-    m_processes.clear();
-    m_newNames.clear();
     std::set<std::string> names;
     for (const MonitoredProcess& process : LoadMonitoredProcesses()) {
         MonitoredProcess& listed = m_processes.emplace_back(process);

@@ -5,8 +5,8 @@
 
 #include <string>
 
-// Load comes first. Show then says what the machine has, or what it will have once Save is called: Take puts
-// the wanted values in place of the loaded ones and writes nothing.
+// Load comes first, and once. Show then says what the machine has, or what it will have once Save is called:
+// Take puts the wanted values in place of the loaded ones and writes nothing.
 class Section
 {
   public:

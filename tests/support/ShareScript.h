@@ -50,6 +50,7 @@ class ShareScript
 
     // The share functions that were called, in their order, each as "FUNCTION SHARE".
     [[nodiscard]] std::vector<std::string> Calls() const { return m_log.Calls(); }
+    void ForgetCalls() { m_log.Clear(); }
     // Buffers handed out and not freed.
     [[nodiscard]] int BuffersLeft() const { return m_buffersLeft; }
 

@@ -77,6 +77,13 @@ void CommandMachine::ExpectRefused(const std::string& document, const std::strin
     support::ExpectEqual(std::vector<std::string>(), Writes(), "writes", where);
 }
 
+void CommandMachine::ForgetCalls()
+{
+    m_log.Clear();
+    m_shares.ForgetCalls();
+    m_board.written.clear();
+}
+
 std::vector<std::string> CommandMachine::Writes() const
 {
     std::vector<std::string> writes =

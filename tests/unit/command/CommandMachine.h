@@ -42,7 +42,7 @@ class CommandMachine : public testing::Test
 
     // Everything that wrote: to the registry, the service manager, the shares and the board.
     [[nodiscard]] std::vector<std::string> Writes() const;
-    void ForgetCalls() { m_log.Clear(); }
+    void ForgetCalls();
 
     void Store(const std::string& processes) const;
     void MakeDomainController() const { m_product.SetString("ProductType", "LanmanNT"); }

@@ -65,9 +65,15 @@ TEST(Document, SaysWhereAndWhyItIsNoJson)
 
 TEST(Document, IsRefusedWhenItGoesTooDeepOrTooFar)
 {
-    const std::string deep(100'000, '[');
-    EXPECT_EQ(RefusalOf(deep), "the document has objects or arrays in one another deeper than anything here");
-    EXPECT_EQ(RefusalOf("{}" + std::string(documentLimit, ' ')),
+    const auto nested = [](std::size_t depth) {
+        return "{\"a\":" + std::string(depth, '[') + std::string(depth, ']') + "}";
+    };
+    EXPECT_EQ(RefusalOf(nested(16)), "");
+    for (const std::string& deep : {nested(17), std::string(100'000, '[')})
+        EXPECT_EQ(RefusalOf(deep),
+                  "the document has objects or arrays in one another deeper than anything here");
+    EXPECT_EQ(RefusalOf("{}" + std::string(1'048'574, ' ')), "");
+    EXPECT_EQ(RefusalOf("{}" + std::string(1'048'575, ' ')),
               "the document is longer than 1 MB; this is no document of settings");
 }
 
@@ -107,12 +113,13 @@ TEST(Changes, AreOneWhereOnlyOneSideIsAnObject)
     }
 }
 
-TEST(CodePage, TakesBackWhatItGave)
+TEST(CodePage, ConvertsEachCharacterAndNoMore)
 {
-    for (const char* text : {"", "plain", "a b\\c"}) {
-        const std::string local = text;
-        EXPECT_EQ(FromUtf8(ToUtf8(local)), local);
-    }
+    EXPECT_EQ(ToUtf8("Caf\xE9 1"), "Caf\xC3\xA9 1");
+    EXPECT_EQ(FromUtf8("Caf\xC3\xA9 1"), "Caf\xE9 1");
+    EXPECT_EQ(LowerFromUtf8("CAF\xC3\x89 1"), "caf\xE9 1");
+    EXPECT_EQ(ToUtf8(""), "");
+    EXPECT_EQ(FromUtf8(""), "");
 }
 
 TEST(CodePage, RefusesWhatItCannotExpress)

@@ -19,11 +19,11 @@ std::string LinesOf(bool isJson, Write write)
 TEST(ErrorLines, HaveTheNameOfTheProgramOrAreJson)
 {
     const auto both = [](ErrorLines& lines) {
-        lines.Error("a \"b\" \\ c\n");
+        lines.Error("a \"b\" \\ c\n\\");
         lines.Note("d");
     };
-    EXPECT_EQ(LinesOf(false, both), "vtncfg: a \"b\" \\ c\\n\nvtncfg: d\n");
-    EXPECT_EQ(LinesOf(true, both), R"({"error":"a \"b\" \\ c\n"})"
+    EXPECT_EQ(LinesOf(false, both), "vtncfg: a \"b\" \\ c\\n\\\nvtncfg: d\n");
+    EXPECT_EQ(LinesOf(true, both), R"({"error":"a \"b\" \\ c\n\\"})"
                                    "\n"
                                    R"({"info":"d"})"
                                    "\n");

@@ -61,7 +61,7 @@ TEST_F(Refusal, OfValuesThatDoNotExist)
 
 TEST_F(Refusal, OfAProcessWhoseStoredOptionHasNoName)
 {
-    Store(std::string("\x05"
+    Store(std::string("\x04"
                       "abc\0",
                       5));
     ExpectRefused(R"({"processMonitor":{"abc":"none"}})",
@@ -151,6 +151,7 @@ TEST_F(Refusal, OfCommandLinesThatAreWrong)
         const Answer answer = Run(arguments);
         EXPECT_EQ(answer.code, ExitCode::WrongUse);
         EXPECT_TRUE(answer.errors.starts_with("vtncfg: ")) << answer.errors;
+        EXPECT_TRUE(answer.errors.ends_with("; 'vtncfg --help' says what there is\n")) << answer.errors;
         EXPECT_EQ(std::count(answer.errors.begin(), answer.errors.end(), '\n'), 1);
     }
 }

@@ -4,7 +4,7 @@
 #include "command/ErrorTexts.h"
 #include "resources/resource.h"
 
-#include <array>
+#include <map>
 
 namespace {
 
@@ -67,7 +67,8 @@ TEST_F(RestartCommand, NamesTheServiceThatFailsAndGoesOn)
     m_services.Fail("ControlService", "VtMgStor", ERROR_ACCESS_DENIED);
     const Answer answer = Run({"restart", "--json-errors"});
     EXPECT_EQ(answer.code, ExitCode::Failed);
-    EXPECT_NE(answer.errors.find("{\"error\":\"restart: "), std::string::npos) << answer.errors;
+    const Json error = {{"error", "restart: " + ServiceErrorText(IDS_CANNOT_STOP, "VtMgStor display")}};
+    EXPECT_NE(answer.errors.find(error.dump() + "\n"), std::string::npos) << answer.errors;
     EXPECT_NE(answer.errors.find("{\"info\":\"stopping the VtMgHost display service\"}"), std::string::npos);
     EXPECT_EQ(m_services.State("VtMgHost"), SERVICE_RUNNING);
 }
@@ -85,9 +86,14 @@ TEST_F(RestartCommand, NamesTheServiceThatDoesNotStart)
 
 TEST_F(RestartCommand, LeavesAgentsAloneThatCannotBeControlled)
 {
-    for (const DWORD state : std::array<DWORD, 3>{SERVICE_START_PENDING, SERVICE_STOP_PENDING, 8}) {
+    const std::map<DWORD, UINT> reasons = {{SERVICE_START_PENDING, IDS_AGENTS_PENDING},
+                                           {SERVICE_STOP_PENDING, IDS_AGENTS_PENDING},
+                                           {8, IDS_AGENTS_UNKNOWN_STATE}};
+    for (const auto& [state, reason] : reasons) {
         AddAgents(state);
-        EXPECT_EQ(Run({"restart"}).code, ExitCode::Failed);
+        const Answer answer = Run({"restart"});
+        EXPECT_EQ(answer.code, ExitCode::Failed);
+        EXPECT_EQ(answer.errors, "vtncfg: restart: " + ErrorText(reason) + "\n");
     }
     EXPECT_EQ(Actions(), Calls());
 }

@@ -3,6 +3,7 @@
 
 #include "command/ErrorTexts.h"
 #include "resources/resource.h"
+#include "sysaccess/core/Handles.h"
 
 namespace {
 
@@ -137,17 +138,11 @@ TEST_F(SetCommand, ChangesEachMemberAloneAndThenNothingMore)
         expected["agents"]["VTNNicMgmt"]["VTNNICS"] = expected["agents"]["VTNNicMgmt"]["VTNMNIC"];
         EXPECT_EQ(first.lines[0], expected) << document;
 
-        m_board.written.clear();
         ForgetCalls();
-        const std::size_t shareCalls = m_shares.Calls().size();
         const Answer second = Set(document, {"--changes"});
         EXPECT_EQ(second.lines, (std::vector<Json>{first.lines[0], Json::array(), Json::array()}))
             << document;
-        EXPECT_EQ(m_log.CallsOf({"RegSetValueExA", "RegDeleteValueA", "ChangeServiceConfigA"}),
-                  std::vector<std::string>());
-        for (std::size_t i = shareCalls; i < m_shares.Calls().size(); ++i)
-            EXPECT_TRUE(m_shares.Calls()[i].starts_with("NetShareGetInfo"));
-        EXPECT_TRUE(m_board.written.empty());
+        EXPECT_EQ(Writes(), std::vector<std::string>()) << document;
     }
 }
 
@@ -155,15 +150,9 @@ TEST_F(SetCommand, PredictsExactlyWhatItDoesAndWritesNothingForIt)
 {
     MakeDomainController();
     for (const std::string& document : changingDocuments) {
-        m_board.written.clear();
         ForgetCalls();
-        const std::size_t shareCalls = m_shares.Calls().size();
         const Answer predicted = Set(document, {"--changes", "--what-if"});
-        EXPECT_EQ(m_log.CallsOf({"RegSetValueExA", "RegDeleteValueA", "ChangeServiceConfigA"}),
-                  std::vector<std::string>());
-        EXPECT_TRUE(m_board.written.empty());
-        for (std::size_t i = shareCalls; i < m_shares.Calls().size(); ++i)
-            EXPECT_TRUE(m_shares.Calls()[i].starts_with("NetShareGetInfo"));
+        EXPECT_EQ(Writes(), std::vector<std::string>()) << document;
         EXPECT_FALSE(support::FileExists(m_scripts.File("LOGIN.BAT")) &&
                      document.find("enabled") != std::string::npos);
         EXPECT_EQ(Set(document, {"--changes"}).lines, predicted.lines) << document;
@@ -202,6 +191,16 @@ TEST_F(SetCommand, TouchesOnlyWhatIsNamed)
     support::ExpectAbsent(m_role, "ServerRole");
     support::ExpectAbsent(m_agents.Service("VtMgStor").Subkey("VTNFCA"), "DisableFlags");
     support::ExpectAbsent(m_agents.Service("VtMgHost").Subkey("VTNSNMP"), "SetsEnabled");
+    m_agents.Service("VtMgHost").Subkey("VTNPERF").Clear();
+    Set(R"({"snmp":{"telnetDetection":false}})");
+    support::ExpectAbsent(m_agents.Service("VtMgHost").Subkey("VTNPERF"), "Timeout");
+}
+
+TEST_F(SetCommand, TakesAServerRoleOfAllTheBytesThatThereAre)
+{
+    const std::string role(64, 'r');
+    EXPECT_EQ(Set(R"({"snmp":{"serverRole":")" + role + "\"}}").errors, "");
+    ExpectString(m_role, "ServerRole", role);
 }
 
 TEST_F(SetCommand, LeavesAloneWhatIsStoredJustSoBesideAChange)
@@ -308,6 +307,12 @@ TEST_F(SetCommand, TakesADocumentFromAFile)
     ExpectString(m_role, "ServerRole", "files");
 }
 
+TEST_F(SetCommand, TakesAHyphenForStandardInput)
+{
+    EXPECT_EQ(Run({"set", "-"}, R"({"snmp":{"serverRole":"files"}})").errors, "");
+    ExpectString(m_role, "ServerRole", "files");
+}
+
 TEST_F(SetCommand, TakesASlashForTheBeginningOfAPath)
 {
     TestStreams streams;
@@ -381,6 +386,33 @@ TEST_F(DomainSet, RefusesScriptsThatThePageRefuses)
     ExpectRefused(on(m_scripts.File(std::string(300, 'x') + ".BAT")), path + "is longer than 256 bytes");
     ExpectRefused(R"({"desktopManagement":{"loginScript":"C:\\other.bat"}})",
                   path + "can be changed only while desktop management is on");
+}
+
+TEST_F(DomainSet, RefusesAnotherScriptWhileItIsOn)
+{
+    MakeDomainController();
+    ASSERT_EQ(Set(R"({"desktopManagement":{"enabled":true}})").code, ExitCode::Done);
+    ExpectRefused(Json({{"desktopManagement", {{"loginScript", m_scripts.File("LOGIN.CMD")}}}}).dump(),
+                  "desktopManagement.loginScript: only batch files, which end in .BAT, are allowed");
+}
+
+TEST_F(DomainSet, RefusesTheProposedScriptInADirectoryThatIsNotThere)
+{
+    MakeDomainController();
+    m_shares.Add("NETLOGON", {.path = m_scripts.File("absent")});
+    ExpectRefused(R"({"desktopManagement":{"enabled":true}})",
+                  "desktopManagement.loginScript: the file cannot be opened or made; check its directory");
+}
+
+TEST_F(DomainSet, TakesAScriptThatAnotherProgramHasOpen)
+{
+    MakeDomainController();
+    support::WriteBytes(m_scripts.File("LOGIN.BAT"), "@echo off\r\n");
+    const UniqueObject editor = OwnUnlessInvalid(CreateFileA(
+        m_scripts.File("LOGIN.BAT").c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(Set(R"({"desktopManagement":{"enabled":true}})", {"--what-if"}).errors, "");
 }
 
 TEST_F(DomainSet, RefusesAScriptThatMayNotBeWrittenBeforeItWritesAnything)
