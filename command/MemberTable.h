@@ -73,7 +73,6 @@ class TableSection : public Section
     void Take(const Json& wanted) override
     {
         RequireObject(wanted, Name());
-        m_changes = 0;
         for (const auto& [name, value] : wanted.items()) {
             const Member<Settings>& member = Find(name);
             if (value == member.show(m_settings))

@@ -363,6 +363,8 @@ TEST_F(DomainSet, SwitchesOffWhereItWasSwitchedOn)
     ASSERT_EQ(Set(R"({"desktopManagement":{"enabled":true}})").code, ExitCode::Done);
     const Json named = {{"desktopManagement", {{"enabled", true}, {"loginScript", other}}}};
     ASSERT_EQ(Set(named.dump()).code, ExitCode::Done);
+    EXPECT_EQ(Get()["desktopManagement"]["loginScript"], other);
+    EXPECT_TRUE(support::FileExists(other));
     // A document that names no script: the prediction has the one that is proposed again.
     const Answer predicted = Set(R"({"desktopManagement":{"enabled":false}})", {"--what-if"});
     EXPECT_EQ(predicted.lines.at(0), before);
