@@ -43,7 +43,8 @@ TEST(Document, EndsInUtf16WithItsLastWholeCharacter)
 TEST(Document, NamesTheMemberThatStandsThereTwice)
 {
     EXPECT_EQ(RefusalOf(R"({"a":1,"b":{"c":1,"c":2}})"), "b.c: stands there twice; leave one of them out");
-    EXPECT_EQ(RefusalOf(R"({"a":1,"b":{"a":1}})"), "");
+    EXPECT_EQ(RefusalOf(R"({"b":{"c":1},"b":2})"), "b: stands there twice; leave one of them out");
+    EXPECT_EQ(RefusalOf(R"({"a":1,"b":{"a":1,"c":1},"c":1})"), "");
 }
 
 TEST(Document, SaysWhereAndWhyItIsNoJson)

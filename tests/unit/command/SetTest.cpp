@@ -108,6 +108,15 @@ TEST_F(GetCommand, ShowsWatchedProcessesInThePagesOrder)
               R"({"*":"none","named.exe":"start","services.exe":"startAndStop"})");
 }
 
+TEST_F(GetCommand, PrintsForPeopleInAsciiToo)
+{
+    m_role.SetString("ServerRole", "Caf\xE9");
+    TestStreams streams;
+    EXPECT_EQ(RunCommand({"get", "--pretty"}, streams), ExitCode::Done);
+    EXPECT_NE(streams.output.find("    \"serverRole\": \"Caf\\u00e9\",\n"), std::string::npos)
+        << streams.output;
+}
+
 TEST_F(GetCommand, WritesNothing)
 {
     Get();
@@ -353,6 +362,19 @@ TEST_F(SetCommand, SaysWhenAnAgentPassedOverAValue)
                              "written before.\n");
 }
 
+TEST_F(SetCommand, SaysWhenWhatWasWrittenBeforeAFailureCannotBeRead)
+{
+    const auto refuse = support::HookImport<decltype(RegSetValueExA)>(
+        GetModuleHandleA(nullptr), "RegSetValueExA", [&](auto /*original*/, auto... /*arguments*/) {
+            m_agents.Service("VtMgStor").Subkey("VTNSAS").Delete();
+            return LSTATUS{ERROR_ACCESS_DENIED};
+        });
+    EXPECT_EQ(
+        Set(R"({"snmp":{"setsEnabled":true}})").errors,
+        "vtncfg: snmp.setsEnabled: was written and is false all the same; check who may change it. What "
+        "had been written before cannot be read; run 'vtncfg get'.\n");
+}
+
 using DomainSet = CommandMachine;
 
 TEST_F(DomainSet, SwitchesOffWhereItWasSwitchedOn)
@@ -415,6 +437,23 @@ TEST_F(DomainSet, TakesAScriptThatAnotherProgramHasOpen)
         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     ASSERT_TRUE(editor);
     EXPECT_EQ(Set(R"({"desktopManagement":{"enabled":true}})", {"--what-if"}).errors, "");
+}
+
+TEST_F(DomainSet, PredictsWithoutAFileThatIsOpenedForWriting)
+{
+    MakeDomainController();
+    support::WriteBytes(m_scripts.File("LOGIN.BAT"), "@echo off\r\n");
+    DWORD access = 0;
+    const auto open = support::HookImport<decltype(CreateFileA)>(
+        GetModuleHandleA(nullptr), "CreateFileA",
+        [&](auto original, LPCSTR name, DWORD wanted, DWORD share, auto* security, DWORD disposition,
+            auto... more) {
+            access |= wanted;
+            EXPECT_EQ(disposition, OPEN_EXISTING);
+            return original(name, wanted, share, security, disposition, more...);
+        });
+    EXPECT_EQ(Set(R"({"desktopManagement":{"enabled":true}})", {"--what-if"}).errors, "");
+    EXPECT_EQ(access, GENERIC_READ);
 }
 
 TEST_F(DomainSet, RefusesAScriptThatMayNotBeWrittenBeforeItWritesAnything)
