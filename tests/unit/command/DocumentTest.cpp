@@ -31,8 +31,8 @@ TEST(Document, MayBeginWithAByteOrderMark)
 
 TEST(Document, IsTakenInUtf16AsWindowsPowerShellWritesIt)
 {
-    const std::string text("\xFF\xFE{\0\"\0\xE9\0\"\0:\0001\0}\0\r\0\n\0", 20);
-    EXPECT_EQ(ParseDocument(text), Json({{"\xC3\xA9", 1}}));
+    const std::string text("\xFF\xFE{\0\"\0\xE9\0\x42\x04\"\0:\0001\0}\0\r\0\n\0", 22);
+    EXPECT_EQ(ParseDocument(text), Json({{"\xC3\xA9\xD1\x82", 1}}));
 }
 
 TEST(Document, EndsInUtf16WithItsLastWholeCharacter)
