@@ -116,9 +116,10 @@ TEST_F(GetCommand, PrintsForPeopleInAsciiToo)
         << streams.output;
 }
 
-TEST_F(GetCommand, WritesNothing)
+TEST_F(GetCommand, WritesNothingAndAsksForNoShareWhereThereIsNoDomain)
 {
     Get();
+    EXPECT_EQ(m_shares.Calls(), std::vector<std::string>());
     EXPECT_EQ(Writes(), std::vector<std::string>());
 }
 
