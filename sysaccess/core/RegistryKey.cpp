@@ -74,7 +74,6 @@ CRegistryKey::CRegistryKey(HKEY /*root*/, const char* subkey, const char* machin
 
 void CRegistryKey::Open()
 {
-    m_remoteRoot = nullptr;
     HKEY base = m_root;
     if (!m_machine.empty()) {
         RefuseUnlessSuccess(RegConnectRegistryA(m_machine.c_str(), m_root, &m_remoteRoot));

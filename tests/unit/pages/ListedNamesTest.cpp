@@ -43,6 +43,12 @@ TEST(ListedNames, ANameInBracketsMayBeFoundFirst)
     EXPECT_EQ(Listing({"[-c-]", "c"}).Find("c"), FirstMatch::AskTheList);
 }
 
+TEST(ListedNames, WhatStandsBehindABracketIsNoName)
+{
+    EXPECT_EQ(Listing({"[system"}).Find("system"), FirstMatch::AnotherOrNone);
+    EXPECT_EQ(Listing({"[-system"}).Find("system"), FirstMatch::AnotherOrNone);
+}
+
 TEST(ListedNames, ALineBearsItsTextBeforeTheTab)
 {
     EXPECT_EQ(Listing({"a\tb"}).Find("a"), FirstMatch::TheName);

@@ -19,6 +19,19 @@ TEST_F(RegistryKey, RefusesWhenAValueCannotBeSet)
     ExpectAbsent(m_stored, "Value");
 }
 
+TEST_F(RegistryKey, LeavesTheReservedParameterZero)
+{
+    DWORD reserved = 0;
+    const auto watch = support::HookImport<decltype(RegSetValueExA)>(
+        thisProgram, "RegSetValueExA", [&](auto original, HKEY key, LPCSTR name, DWORD third, auto... more) {
+            reserved = third;
+            return original(key, name, third, more...);
+        });
+    EXPECT_EQ(m_key.SetDword("Value", 1), 0U);
+    EXPECT_EQ(reserved, 0U);
+    ExpectDword(m_stored, "Value", 1);
+}
+
 // --- text
 
 TEST_F(RegistryKey, WritesTextWithItsTerminator)
