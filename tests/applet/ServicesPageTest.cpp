@@ -4,6 +4,8 @@
 #include "imports/ImportHook.h"
 #include "support/HelpRecorder.h"
 
+#include <set>
+
 namespace {
 
 // --- the lists
@@ -261,6 +263,31 @@ TEST_F(ServicesPage, ShowsItsHelpTopic)
     m_host.Sheet().Click(IDHELP);
     ASSERT_EQ(help.Requests().size(), 1U);
     EXPECT_EQ(help.Requests()[0].topic, "html\\vtnm7ktv.htm");
+    m_host.PressCancel();
+}
+
+// A list box paints itself again with each item.
+TEST_F(ServicesPage, FillsItsListsWhileTheyAreNotPainted)
+{
+    AddAgents("VtMgHost", {"VTNA", "VTNB"}, {"VTNA"});
+    std::set<HWND> unpainted;
+    int filled = 0;
+    const auto note = support::HookImport<decltype(SendMessageA)>(
+        m_host.Module(), "SendMessageA",
+        [&](auto original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            if (message == WM_SETREDRAW && wParam == FALSE)
+                unpainted.insert(window);
+            if (message == WM_SETREDRAW && wParam != FALSE)
+                unpainted.erase(window);
+            if (message == LB_INSERTSTRING) {
+                ++filled;
+                EXPECT_TRUE(unpainted.contains(window)) << reinterpret_cast<LPCSTR>(lParam);
+            }
+            return original(window, message, wParam, lParam);
+        });
+    Open();
+    EXPECT_EQ(filled, 3);
+    EXPECT_TRUE(unpainted.empty());
     m_host.PressCancel();
 }
 
