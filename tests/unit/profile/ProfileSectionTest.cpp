@@ -320,6 +320,17 @@ TEST(ProfilePasteAtEnd, DoesNothingWithoutAClipboard)
     ExpectEdit(sectioned, "[A]\r\n", {PROF_PASTE_AT_END, "", "", ""}, "[A]\r\n");
 }
 
+TEST(ProfilePasteAtEnd, LeavesTheCursorAloneWithoutAClipboard)
+{
+    const ScratchFile file;
+    file.Write("[A]\r\na=1\r\n[B]\r\n");
+    Request request(sectioned);
+    request.Open(file);
+    EXPECT_EQ(request.ExecuteIn("B", PROF_FIND_SECTION), PROF_OK);
+    EXPECT_EQ(request.Execute(PROF_PASTE_AT_END), PROF_OK);
+    EXPECT_EQ(request.Current(), "[B]");
+}
+
 // --- 18: append to a value
 
 TEST(ProfileSectionAppendValue, AppendsACommaAndTheValue)
