@@ -146,6 +146,14 @@ std::string TabText(const CPropertySheet& sheet, int index)
     return text;
 }
 
+TEST(PageTitle, IsTheTemplatesUnlessThePageHasACaption)
+{
+    const CPropertyPage plain(IDD_PAGE1);
+    const CPropertyPage titled(IDD_PAGE1, 1);
+    EXPECT_EQ(plain.m_psp.dwFlags & PSP_USETITLE, 0);
+    EXPECT_EQ(titled.m_psp.dwFlags & PSP_USETITLE, PSP_USETITLE);
+}
+
 TEST_F(Page, HasATabWithItsCaptionOrAText)
 {
     CPropertyPage renamed(IDD_PAGE1, IDS_PAGECAPTION);
