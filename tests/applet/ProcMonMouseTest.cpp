@@ -189,6 +189,24 @@ TEST_F(ProcMonMouse, AClickSelectsTheSecondOfTwoEqualLines)
     m_host.PressCancel();
 }
 
+TEST_F(ProcMonMouse, AClickWhileTypingSelectsALineThatAnotherOneBeginsWith)
+{
+    m_tasks.names = {"foo bar"};
+    Open();
+    Add("foo");
+    Add("foo");
+    ClickRow(1);
+    Page().Click(IDC_PROCMON_START_STOP);
+    ClickRow(2);
+    Page().Click(IDC_PROCMON_START);
+    const Rows lines = {"foo bar\tNone", "foo\tStart & Stop", "foo\tStart"};
+    ASSERT_EQ(Items(), lines);
+    PressAdd();
+    ClickRow(3);
+    EXPECT_EQ(Selected(), "foo\tStart");
+    m_host.PressCancel();
+}
+
 // --- everything else that can be clicked
 
 TEST_F(ProcMonMouse, DeleteIsNotForTheNewLine)
