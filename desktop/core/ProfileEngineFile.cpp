@@ -157,7 +157,6 @@ std::int16_t ProfileOpen(const char* path, ProfileRequest& request)
     const std::int16_t status = ReadProfile(file.Get(), path, request.file);
     if (status != PROF_OK)
         return status;
-    request.current = nullptr;
     request.format = FormatOf(request);
     if (!IsSectioned(request))
         request.section = nullptr;
