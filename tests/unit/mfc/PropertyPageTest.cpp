@@ -124,6 +124,24 @@ TEST_F(Page, FillsAPageWhenItIsFirstShown)
     EXPECT_EQ(page.m_exchanges, 2);
 }
 
+// A sheet that was made without the class library has no outcome to keep.
+TEST_F(Page, MayBeAppliedAndResetInASheetOfAnotherKind)
+{
+    CCountingPage page;
+    PROPSHEETHEADERA header{};
+    header.dwSize = sizeof header;
+    header.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS;
+    header.nPages = 1;
+    header.ppsp = &page.m_psp;
+    const auto other = reinterpret_cast<HWND>(PropertySheetA(&header));
+    ASSERT_NE(other, nullptr);
+    EXPECT_EQ(page.m_exchanges, 1);
+    EXPECT_TRUE(SendMessageA(other, PSM_APPLY, 0, 0));
+    EXPECT_GT(page.m_exchanges, 1);
+    SendMessageA(other, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+    DestroyWindow(other);
+}
+
 TEST_F(Page, ForgetsAPageThatWasAnnouncedButNeverMade)
 {
     Run([&] {
