@@ -2,6 +2,7 @@
 #include "imports/ImportHook.h"
 #include "machine/SnmpMachine.h"
 
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 
@@ -225,6 +226,24 @@ TEST_F(ExceptionTrap, WritesItsCommandUnexpandedWhenThatFails)
         GetModuleHandleA(nullptr), "ExpandEnvironmentStringsA", [](auto, auto...) { return DWORD{0}; });
     Switch(TRUE);
     ExpectDebuggers(trapDebugger, otherDebugger);
+}
+
+// With its terminating zero the expanded command may take 256 bytes.
+TEST_F(ExceptionTrap, WritesItsCommandExpandedAsLongAsThereIsRoom)
+{
+    for (const DWORD length : {255U, 256U}) {
+        const std::string expanded(length, 'x');
+        const auto expand = support::HookImport<decltype(ExpandEnvironmentStringsA)>(
+            GetModuleHandleA(nullptr), "ExpandEnvironmentStringsA",
+            [&](auto, LPCSTR, LPSTR text, DWORD size) {
+                if (size > length)
+                    std::copy_n(expanded.c_str(), length + 1, text);
+                return length + 1;
+            });
+        m_machine.activeDebugger.SetString("Debugger", otherDebugger);
+        Switch(TRUE);
+        ExpectDebuggers(length == 255U ? expanded : trapDebugger, otherDebugger);
+    }
 }
 
 TEST_F(ExceptionTrap, RestoresTheSystemsDebuggerWhenSwitchedOff)
